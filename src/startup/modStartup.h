@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/TarvelinTopic.h"
+#include "startup/Dialogs.h"
+
+namespace tarvelin {
+
+class cDIBSection;
+
+// The program-wide state shared by the main window, the file commands and the settings dialog.
+struct ProgramState {
+  std::string AppTitle = "Tarvelin";
+  std::string LastUsedDir;
+  bool UninstallRequested = false;
+  std::string FileToOpen, FileTypeToOpen;  // set by InterpretCommandLine
+  std::string CurrentFileName;
+  std::unique_ptr<TarvelinTopic> Topic;  // the live topic
+  bool Modified = false;                 // set only through SetModified()
+  bool ShowSettingsOnNew = true, DisplayAsDecimal = true;
+  int16_t MaxOptions = 10, MaxAttributes = 10;
+  Dialogs* UI = nullptr;                                         // message boxes and file dialogs
+  std::function<void(cDIBSection&)> CaptureDisplay;              // the main window's display area, up to date
+  std::function<void()> SettingsDialogHide, SettingsDialogShow;  // set while the settings dialog is open
+  bool IsLoading = false;                                        // the main window is between StartLoad and EndLoad
+};
+
+ProgramState& Program();
+
+// Marks the live topic as changed; does nothing while the main window is loading.
+void SetModified();
+
+// Arguments without the program name.
+void InterpretCommandLine(const std::vector<std::string>& Arguments);
+
+// Reads the settings, interprets the command line, handles /uninstall and creates the live topic.
+// False when the program ends without a window.
+bool StartUp(const std::vector<std::string>& Arguments);
+
+}  // namespace tarvelin
