@@ -10,17 +10,17 @@ namespace tarvelin {
 inline constexpr int32_t ObjectErrorBase = static_cast<int32_t>(0x80040000u);
 
 // Runtime faults keep the classic runtime error numbers.
-inline constexpr int32_t ErrInvalidCall = 5;         // "Invalid procedure call or argument"
-inline constexpr int32_t ErrOverflow = 6;            // "Overflow"
-inline constexpr int32_t ErrTypeMismatch = 13;       // "Type mismatch"
-inline constexpr int32_t ErrFileNotFound = 53;       // "File not found"
-inline constexpr int32_t ErrDeviceIO = 57;           // "Device I/O error"
-inline constexpr int32_t ErrDiskFull = 61;           // "Disk full"
-inline constexpr int32_t ErrInputPastEndOfFile = 62; // "Input past end of file"
-inline constexpr int32_t ErrPermissionDenied = 70;   // "Permission denied"
-inline constexpr int32_t ErrPathFileAccess = 75;     // "Path/File access error"
-inline constexpr int32_t ErrPathNotFound = 76;       // "Path not found"
-inline constexpr int32_t ErrInvalidUseOfNull = 94;   // "Invalid use of Null"
+inline constexpr int32_t ErrInvalidCall = 5;          // "Invalid procedure call or argument"
+inline constexpr int32_t ErrOverflow = 6;             // "Overflow"
+inline constexpr int32_t ErrTypeMismatch = 13;        // "Type mismatch"
+inline constexpr int32_t ErrFileNotFound = 53;        // "File not found"
+inline constexpr int32_t ErrDeviceIO = 57;            // "Device I/O error"
+inline constexpr int32_t ErrDiskFull = 61;            // "Disk full"
+inline constexpr int32_t ErrInputPastEndOfFile = 62;  // "Input past end of file"
+inline constexpr int32_t ErrPermissionDenied = 70;    // "Permission denied"
+inline constexpr int32_t ErrPathFileAccess = 75;      // "Path/File access error"
+inline constexpr int32_t ErrPathNotFound = 76;        // "Path not found"
+inline constexpr int32_t ErrInvalidUseOfNull = 94;    // "Invalid use of Null"
 
 // The error every core class raises: a number, the object that raised it and a text for the person.
 class TarvelinError : public std::runtime_error {

@@ -1,6 +1,6 @@
-#include "util/TarvelinError.h"
-
 #include <gtest/gtest.h>
+
+#include "util/TarvelinError.h"
 
 namespace tarvelin {
 namespace {
