@@ -38,8 +38,12 @@ std::optional<std::string> ScriptedDialogs::SaveFile(const FileDialogRequest& Re
   return PopFront(FileAnswers).value_or(std::nullopt);
 }
 
-ScopedScriptedDialogs::ScopedScriptedDialogs() : previous_(Program().UI) { Program().UI = &dialogs_; }
+ScopedScriptedDialogs::ScopedScriptedDialogs() : previous_(Program().UI) {
+  Program().UI = &dialogs_;
+}
 
-ScopedScriptedDialogs::~ScopedScriptedDialogs() { Program().UI = previous_; }
+ScopedScriptedDialogs::~ScopedScriptedDialogs() {
+  Program().UI = previous_;
+}
 
 }  // namespace tarvelin::testing

@@ -25,8 +25,7 @@ class ScriptedDialogs final : public Dialogs {
   std::vector<Message> Messages;
   std::vector<FileDialogRequest> OpenRequests, SaveRequests;
 
-  MsgResult ShowMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon Icon,
-                        const std::string& Title) override;
+  MsgResult ShowMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon Icon, const std::string& Title) override;
   std::optional<std::string> OpenFile(const FileDialogRequest& Request) override;
   std::optional<std::string> SaveFile(const FileDialogRequest& Request) override;
 };
