@@ -1,0 +1,115 @@
+#include "mainwindow/GraphicalButton.h"
+
+#include <QKeyEvent>
+#include <QLinearGradient>
+#include <QPainter>
+#include <algorithm>
+
+namespace tarvelin {
+
+namespace {
+
+constexpr int PictureSize = 16;
+constexpr int PictureGap = 6;  // between the picture and the caption
+constexpr int HorizontalPadding = 9;
+constexpr int VerticalPadding = 4;
+constexpr double CornerRadius = 4.0;
+
+struct Look {
+  QColor Top, Bottom, Border;
+};
+
+const Look Resting{QColor(255, 255, 255), QColor(228, 238, 249), QColor(134, 149, 156)};
+const Look Hovered{QColor(255, 255, 255), QColor(244, 249, 255), QColor(94, 143, 196)};
+const Look Pressed{QColor(211, 226, 243), QColor(233, 241, 250), QColor(94, 126, 158)};
+const Look Disabled{QColor(241, 244, 247), QColor(241, 244, 247), QColor(195, 202, 208)};
+const QColor FocusRing(94, 143, 196, 150);
+const QColor DisabledText(154, 163, 171);
+
+}  // namespace
+
+GraphicalButton::GraphicalButton(QWidget* parent) : QAbstractButton(parent) {
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+GraphicalButton::GraphicalButton(const QString& Caption, ButtonPicture Picture, QWidget* parent)
+    : GraphicalButton(parent) {
+  setText(Caption);
+  picture_ = Picture;
+}
+
+void GraphicalButton::SetPicture(ButtonPicture Picture) {
+  if (Picture != picture_) {
+    picture_ = Picture;
+    updateGeometry();
+    update();
+  }
+}
+
+int GraphicalButton::pContentWidth() const {
+  const bool hasPicture = picture_ != ButtonPicture::None;
+  const bool hasCaption = !text().isEmpty();
+  return (hasPicture ? PictureSize : 0) + (hasPicture && hasCaption ? PictureGap : 0) +
+         (hasCaption ? fontMetrics().horizontalAdvance(text()) : 0);
+}
+
+QSize GraphicalButton::sizeHint() const {
+  const int contentHeight = std::max(fontMetrics().height(), PictureSize);
+  return {pContentWidth() + 2 * HorizontalPadding, contentHeight + 2 * VerticalPadding};
+}
+
+QSize GraphicalButton::minimumSizeHint() const {
+  const QSize hint = sizeHint();
+  const int pictureOnly = (picture_ != ButtonPicture::None ? PictureSize : 0) + 2 * HorizontalPadding;
+  return {std::min(hint.width(), pictureOnly), hint.height()};
+}
+
+void GraphicalButton::pPaintBackground(QPainter& Painter) const {
+  const Look& look = !isEnabled() ? Disabled : isDown() ? Pressed : underMouse() ? Hovered : Resting;
+  const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+  QLinearGradient shade(frame.topLeft(), frame.bottomLeft());
+  shade.setColorAt(0, look.Top);
+  shade.setColorAt(1, look.Bottom);
+  Painter.setPen(QPen(look.Border, 1));
+  Painter.setBrush(shade);
+  Painter.drawRoundedRect(frame, CornerRadius, CornerRadius);
+  if (hasFocus() && isEnabled()) {
+    Painter.setPen(QPen(FocusRing, 1));
+    Painter.setBrush(Qt::NoBrush);
+    Painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), CornerRadius - 1.5, CornerRadius - 1.5);
+  }
+}
+
+void GraphicalButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  pPaintBackground(painter);
+
+  // The content is centred; a caption too long for the button is cut with an ellipsis.
+  const QPointF sink = isDown() ? QPointF(1, 1) : QPointF(0, 0);
+  const QRectF inner = QRectF(rect()).adjusted(HorizontalPadding, 0, -HorizontalPadding, 0).translated(sink);
+  double left = inner.left() + std::max(0.0, (inner.width() - pContentWidth()) / 2);
+  if (picture_ != ButtonPicture::None) {
+    const QRectF box(left, inner.top() + (inner.height() - PictureSize) / 2, PictureSize, PictureSize);
+    PaintButtonPicture(painter, picture_, box, isEnabled());
+    left += PictureSize + PictureGap;
+  }
+  if (!text().isEmpty()) {
+    const QRectF textBox(left, inner.top(), std::max(0.0, inner.right() - left), inner.height());
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, static_cast<int>(textBox.width()));
+    painter.setPen(isEnabled() ? palette().color(QPalette::ButtonText) : DisabledText);
+    painter.drawText(textBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+  }
+}
+
+void GraphicalButton::keyPressEvent(QKeyEvent* event) {
+  const bool activates = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (activates && !event->isAutoRepeat()) {
+    click();
+    return;
+  }
+  QAbstractButton::keyPressEvent(event);
+}
+
+}  // namespace tarvelin

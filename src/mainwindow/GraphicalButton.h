@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QAbstractButton>
+
+#include "mainwindow/modButtonPictures.h"
+
+namespace tarvelin {
+
+// A push button with a picture left of its caption, drawn to suit the window's light-blue panels: lighter
+// under the mouse, sunk while pressed, greyed when disabled. Return, Enter and Space click it when it has
+// the focus.
+class GraphicalButton final : public QAbstractButton {
+  Q_OBJECT
+  Q_DISABLE_COPY_MOVE(GraphicalButton)
+
+ public:
+  explicit GraphicalButton(QWidget* parent = nullptr);
+  GraphicalButton(const QString& Caption, ButtonPicture Picture, QWidget* parent = nullptr);
+
+  ButtonPicture Picture() const { return picture_; }
+  void SetPicture(ButtonPicture Picture);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void pPaintBackground(QPainter& Painter) const;
+  int pContentWidth() const;
+
+  ButtonPicture picture_ = ButtonPicture::None;
+};
+
+}  // namespace tarvelin
