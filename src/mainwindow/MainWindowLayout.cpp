@@ -24,9 +24,13 @@ CommandRowLefts LayoutCommandRow(int ClientWidth, int NewWidth, int LoadWidth, i
   return lefts;
 }
 
-int FirstRowOffset(int HeadingHeight) { return HeadingHeight + 15; }
+int FirstRowOffset(int HeadingHeight) {
+  return HeadingHeight + 15;
+}
 
-int RowStep(int RowHeight) { return RowHeight + 5; }
+int RowStep(int RowHeight) {
+  return RowHeight + 5;
+}
 
 int ScorePanelHeight(int TotalOptions, int ScoreRowStepS, int HeadingHeight, bool Expanded) {
   return Expanded ? TotalOptions * (ScoreRowStepS + 5) + HeadingHeight + 15 : HeadingHeight + 10;
@@ -44,6 +48,8 @@ int RatingBlockOffset(int Option, int RatingExtentR, int ValueLabelHeight, int H
   return FirstRowOffset(HeadingHeight) + Option * (RatingExtentR + ValueLabelHeight + 5);
 }
 
-int RowExtent(int Rows, int RowHeight) { return Rows > 0 ? (Rows - 1) * RowStep(RowHeight) : 0; }
+int RowExtent(int Rows, int RowHeight) {
+  return Rows > 0 ? (Rows - 1) * RowStep(RowHeight) : 0;
+}
 
 }  // namespace tarvelin

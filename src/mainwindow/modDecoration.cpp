@@ -1,0 +1,94 @@
+#include "mainwindow/modDecoration.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <cmath>
+
+#include "graphics/cDIBSection.h"
+#include "graphics/clsGradientFill.h"
+#include "mainwindow/modColours.h"
+
+namespace tarvelin {
+
+namespace {
+
+constexpr qreal kPanelCornerDiameter = 20;
+
+// One gradient object serves the whole program.
+const clsGradientFill& SharedGradientFill() {
+  static const clsGradientFill gradientFill;
+  return gradientFill;
+}
+
+QImage ImageFromPicture(const cDIBSection& Picture) {
+  if (Picture.Width() == 0 || Picture.Height() == 0) {
+    return QImage();
+  }
+  // The picture's rows are stored bottom-up; a mirrored copy brings them into screen order.
+  const QImage view(Picture.DIBSectionBitsPtr(), Picture.Width(), Picture.Height(), Picture.BytesPerScanLine(),
+                    QImage::Format_BGR888);
+  return view.mirrored().convertToFormat(QImage::Format_RGB32);
+}
+
+QImage SweepImage(QSize DeviceSize, uint32_t ColourA, uint32_t ColourB) {
+  cDIBSection picture;
+  picture.Create(DeviceSize.width(), DeviceSize.height());
+  FillTwoColourGradient(picture, ColourA, ColourB);
+  return ImageFromPicture(picture);
+}
+
+QSize DeviceSizeOf(QSize Size, qreal PixelRatio) {
+  return QSize(static_cast<int>(std::ceil(Size.width() * PixelRatio)),
+               static_cast<int>(std::ceil(Size.height() * PixelRatio)));
+}
+
+void PaintPanel(QPainter& Painter, const QRect& Panel, qreal PixelRatio) {
+  if (Panel.isEmpty()) {
+    return;
+  }
+  QImage fill = SweepImage(DeviceSizeOf(Panel.size(), PixelRatio), Palette::PanelFirst, Palette::PanelSecond);
+  fill.setDevicePixelRatio(PixelRatio);
+  QPainterPath frame;
+  const qreal radius = kPanelCornerDiameter / 2;
+  frame.addRoundedRect(QRectF(Panel).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  QBrush brush(fill);
+  brush.setTransform(QTransform::fromTranslate(Panel.x(), Panel.y()));
+  Painter.fillPath(frame, brush);
+  Painter.strokePath(frame, QPen(ColourFromColorref(Palette::PanelBorder), 1));
+}
+
+}  // namespace
+
+void FillTwoColourGradient(cDIBSection& Picture, uint32_t ColourA, uint32_t ColourB) {
+  SharedGradientFill().GradientFillTri(Picture, ColourA, ColourA, ColourB, ColourA);
+}
+
+QImage PaintWindowDecoration(QSize ClientSize, qreal PixelRatio, const QRect& ScorePanel, const QRect& WeightingPanel,
+                             const QRect& RatingPanel) {
+  QImage image = SweepImage(DeviceSizeOf(ClientSize, PixelRatio), Palette::FormFirst, Palette::FormSecond);
+  if (image.isNull()) {
+    return image;
+  }
+  image.setDevicePixelRatio(PixelRatio);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const QRect& panel : {ScorePanel, WeightingPanel, RatingPanel}) {
+    PaintPanel(painter, panel, PixelRatio);
+  }
+  return image;
+}
+
+QBrush CoverBrush(QSize Size) {
+  return QBrush(SweepImage(Size, Palette::FormSecond, Palette::FormFirst));
+}
+
+void DrawLine(QImage& Image, const QLine& Line, uint32_t Colour) {
+  if (Image.isNull()) {
+    return;
+  }
+  QPainter painter(&Image);
+  painter.setPen(QPen(ColourFromColorref(Colour), 0));
+  painter.drawLine(Line);
+}
+
+}  // namespace tarvelin

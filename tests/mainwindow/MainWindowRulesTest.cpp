@@ -1,0 +1,107 @@
+#include <QTest>
+
+#include "gui_support/GuiTestRegistry.h"
+#include "mainwindow/MainWindowLayout.h"
+#include "mainwindow/modDisplay.h"
+#include "util/TarvelinError.h"
+
+using namespace tarvelin;
+
+// The window's plain rules: value display, input parsing and layout arithmetic.
+class MainWindowRulesTest final : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void formatsDecimalsAndPercentages_data() {
+    QTest::addColumn<double>("number");
+    QTest::addColumn<int>("rounding");
+    QTest::addColumn<bool>("decimal");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("percent, rounding 2") << 0.5 << 2 << false << "50%";
+    QTest::newRow("percent, rounding 3") << 0.5 << 3 << false << "50.0%";
+    QTest::newRow("percent, rounding 4") << 0.756 << 4 << false << "75.60%";
+    QTest::newRow("percent, no rounding") << 0.756 << -1 << false << "76%";
+    QTest::newRow("decimal, rounding 1") << 1.0 << 1 << true << "1.0";
+    QTest::newRow("decimal, rounding 2") << 0.756 << 2 << true << "0.76";
+    QTest::newRow("decimal, rounding 4") << 0.756 << 4 << true << "0.7560";
+    QTest::newRow("decimal, no rounding") << 0.1 << -1 << true << "0.1";
+    QTest::newRow("decimal, no rounding, long") << 1.0 / 3 << -1 << true << "0.3333333333333333";
+  }
+  void formatsDecimalsAndPercentages() {
+    QFETCH(double, number);
+    QFETCH(int, rounding);
+    QFETCH(bool, decimal);
+    QFETCH(QString, text);
+    QCOMPARE(QString::fromStdString(FormatNumberForDisplay(number, static_cast<int16_t>(rounding), decimal)), text);
+  }
+
+  void percentageDisplayLeavesTheCallersNumberInPercent() {
+    double number = 0.25;
+    FormatNumberForDisplay(number, 2, false);
+    QCOMPARE(number, 25.0);
+    FormatNumberForDisplay(number, 2, true);
+    QCOMPARE(number, 25.0);
+  }
+
+  void parsesInputByTheDisplaySettingNotTheSign_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("decimal");
+    QTest::addColumn<double>("value");
+    QTest::newRow("150% in percent") << "150%" << false << 1.0;
+    QTest::newRow("75% in percent") << "75%" << false << 0.75;
+    QTest::newRow("75 in percent") << "75" << false << 0.75;
+    QTest::newRow("75% in decimal") << "75%" << true << 1.0;
+    QTest::newRow("0.5 in decimal") << "0.5" << true << 0.5;
+    QTest::newRow(".5 in decimal") << ".5" << true << 0.5;
+    QTest::newRow("negative is not clamped") << "-0.2" << true << -0.2;
+  }
+  void parsesInputByTheDisplaySettingNotTheSign() {
+    QFETCH(QString, text);
+    QFETCH(bool, decimal);
+    QFETCH(double, value);
+    QCOMPARE(NormaliseNumericInput(text.toStdString(), decimal), value);
+  }
+
+  void refusesTextThatIsNotANumber() {
+    for (const char* text : {"", "abc", "1.2.3", "%", "nan", "inf", "0x10"}) {
+      try {
+        NormaliseNumericInput(text, true);
+        QFAIL(text);
+      } catch (const TarvelinError& error) {
+        QCOMPARE(error.Number(), ErrTypeMismatch);
+      }
+    }
+  }
+
+  void snapsHeightBeforeWidthAndNeverWhenMaximised() {
+    const PixelSize outer{310, 230};
+    QCOMPARE(SnapToMinimumClientSize(outer, {300, 200}, false).value(), (PixelSize{310, 230 - 200 + 420}));
+    QCOMPARE(SnapToMinimumClientSize(outer, {300, 420}, false).value(), (PixelSize{310 - 300 + 640, 230}));
+    QVERIFY(!SnapToMinimumClientSize(outer, {300, 200}, true));
+    QVERIFY(!SnapToMinimumClientSize(outer, {640, 420}, false));
+  }
+
+  void laysTheCommandRowRightToLeft() {
+    const auto lefts = LayoutCommandRow(1000, 100, 80, 90, 150);
+    QCOMPARE(lefts.Settings, 830);
+    QCOMPARE(lefts.Save, 730);
+    QCOMPARE(lefts.Load, 640);
+    QCOMPARE(lefts.New, 530);
+  }
+
+  void panelHeightsFollowTheCountsOnlyWhenExpanded() {
+    QCOMPARE(ScorePanelHeight(3, 20, 24, true), 75 + 24 + 15);
+    QCOMPARE(ScorePanelHeight(3, 20, 24, false), 24 + 10);
+    QCOMPARE(ScorePanelHeight(9, 20, 24, false), 24 + 10);
+    QCOMPARE(WeightingPanelHeight(RowExtent(4, 20), 24, 20, true), 24 + 15 + 75 + 20 + 5);
+    QCOMPARE(RatingPanelHeight(2, RowExtent(3, 20), 20, 24, true), 2 * (50 + 20 + 5) + 24 + 15);
+    QCOMPARE(RatingPanelHeight(2, RowExtent(3, 20), 20, 24, false), 24 + 10);
+    // The last row of a block ends 5 pixels above the next block.
+    QCOMPARE(RatingBlockOffset(1, RowExtent(3, 20), 20, 24) - RatingBlockOffset(0, RowExtent(3, 20), 20, 24),
+             3 * RowStep(20));
+  }
+};
+
+TARVELIN_GUI_TEST(MainWindowRulesTest);
+
+#include "MainWindowRulesTest.moc"
