@@ -4,6 +4,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 namespace tarvelin {
 
@@ -51,10 +52,11 @@ int GraphicalButton::pContentWidth() const {
   const bool hasPicture = picture_ != ButtonPicture::None;
   const bool hasCaption = !text().isEmpty();
   return (hasPicture ? PictureSize : 0) + (hasPicture && hasCaption ? PictureGap : 0) +
-         (hasCaption ? fontMetrics().horizontalAdvance(text()) : 0);
+         (hasCaption ? static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(text()))) : 0);
 }
 
 QSize GraphicalButton::sizeHint() const {
+  ensurePolished();  // the style may still change the font
   const int contentHeight = std::max(fontMetrics().height(), PictureSize);
   return {pContentWidth() + 2 * HorizontalPadding, contentHeight + 2 * VerticalPadding};
 }
@@ -67,39 +69,53 @@ QSize GraphicalButton::minimumSizeHint() const {
 
 void GraphicalButton::pPaintBackground(QPainter& Painter) const {
   const Look& look = !isEnabled() ? Disabled : isDown() ? Pressed : underMouse() ? Hovered : Resting;
-  const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+  const QRectF frame(rect());
   QLinearGradient shade(frame.topLeft(), frame.bottomLeft());
   shade.setColorAt(0, look.Top);
   shade.setColorAt(1, look.Bottom);
-  Painter.setPen(QPen(look.Border, 1));
-  Painter.setBrush(shade);
+  // The frame is a fill under a smaller fill, which costs far less than stroking the rounded outline.
+  Painter.setPen(Qt::NoPen);
+  Painter.setBrush(look.Border);
   Painter.drawRoundedRect(frame, CornerRadius, CornerRadius);
+  Painter.setBrush(shade);
+  Painter.drawRoundedRect(frame.adjusted(1, 1, -1, -1), CornerRadius - 1, CornerRadius - 1);
   if (hasFocus() && isEnabled()) {
-    Painter.setPen(QPen(FocusRing, 1));
-    Painter.setBrush(Qt::NoBrush);
-    Painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), CornerRadius - 1.5, CornerRadius - 1.5);
+    Painter.setBrush(FocusRing);
+    Painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), CornerRadius - 2, CornerRadius - 2);
+    Painter.setBrush(shade);
+    Painter.drawRoundedRect(frame.adjusted(3, 3, -3, -3), CornerRadius - 3, CornerRadius - 3);
   }
+}
+
+// The picture and caption are centred; the content moves down and right while the button is pressed.
+QRectF GraphicalButton::pContentRect() const {
+  const QRectF inner = QRectF(rect()).adjusted(HorizontalPadding, 0, -HorizontalPadding, 0);
+  const double slack = std::max(0.0, inner.width() - pContentWidth());
+  const QPointF sink = isDown() ? QPointF(1, 1) : QPointF(0, 0);
+  return inner.adjusted(slack / 2, 0, 0, 0).translated(sink);
+}
+
+QRectF GraphicalButton::pCaptionRect() const {
+  const double pictureWidth = picture_ != ButtonPicture::None ? PictureSize + PictureGap : 0;
+  return pContentRect().adjusted(pictureWidth, 0, 0, 0);
+}
+
+QString GraphicalButton::ShownCaption() const {
+  return QFontMetricsF(font()).elidedText(text(), Qt::ElideRight, std::max(0.0, pCaptionRect().width()));
 }
 
 void GraphicalButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   pPaintBackground(painter);
-
-  // The content is centred; a caption too long for the button is cut with an ellipsis.
-  const QPointF sink = isDown() ? QPointF(1, 1) : QPointF(0, 0);
-  const QRectF inner = QRectF(rect()).adjusted(HorizontalPadding, 0, -HorizontalPadding, 0).translated(sink);
-  double left = inner.left() + std::max(0.0, (inner.width() - pContentWidth()) / 2);
   if (picture_ != ButtonPicture::None) {
-    const QRectF box(left, inner.top() + (inner.height() - PictureSize) / 2, PictureSize, PictureSize);
+    const QRectF content = pContentRect();
+    const QRectF box(content.left(), content.top() + (content.height() - PictureSize) / 2, PictureSize, PictureSize);
     PaintButtonPicture(painter, picture_, box, isEnabled());
-    left += PictureSize + PictureGap;
   }
   if (!text().isEmpty()) {
-    const QRectF textBox(left, inner.top(), std::max(0.0, inner.right() - left), inner.height());
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, static_cast<int>(textBox.width()));
     painter.setPen(isEnabled() ? palette().color(QPalette::ButtonText) : DisabledText);
-    painter.drawText(textBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    painter.drawText(pCaptionRect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, ShownCaption());
   }
 }
 

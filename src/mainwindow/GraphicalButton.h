@@ -20,6 +20,9 @@ class GraphicalButton final : public QAbstractButton {
   ButtonPicture Picture() const { return picture_; }
   void SetPicture(ButtonPicture Picture);
 
+  // The caption as it is drawn at the button's current width: cut with "…" when it does not fit.
+  QString ShownCaption() const;
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -30,6 +33,8 @@ class GraphicalButton final : public QAbstractButton {
  private:
   void pPaintBackground(QPainter& Painter) const;
   int pContentWidth() const;
+  QRectF pContentRect() const;
+  QRectF pCaptionRect() const;
 
   ButtonPicture picture_ = ButtonPicture::None;
 };

@@ -20,7 +20,9 @@ constexpr int PageStep = 10;
 constexpr int WheelNotch = 120;  // angle units of one wheel notch
 constexpr int PreferredHeight = 18;
 
+// Outlines are drawn as a fill under a smaller fill: stroking a rounded shape costs many times more.
 constexpr double ThumbRadius = 7.0;
+constexpr double ThumbRing = 1.5;
 constexpr double FocusHaloRadius = 9.0;
 constexpr int EditableInset = 9;  // room for the focus halo at both ends
 constexpr double EditableTrackHeight = 6.0;
@@ -139,14 +141,15 @@ void ctlSlider::paintEvent(QPaintEvent*) {
   const double fillEnd = track.left() + track.width() * value_ / MaximumPosition;
   const QColor bar = isEnabled() ? ColourFromColorref(barColour_) : DisabledBar;
 
-  painter.setPen(QPen(TrackBorder, 1));
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(TrackBorder);
+  painter.drawRoundedRect(track, radius, radius);
   painter.setBrush(TrackFill);
-  painter.drawRoundedRect(track.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  painter.drawRoundedRect(track.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
 
   if (value_ > MinimumPosition) {
     painter.save();
     painter.setClipRect(QRectF(track.left(), track.top(), fillEnd - track.left(), track.height()));
-    painter.setPen(Qt::NoPen);
     painter.setBrush(bar);
     painter.drawRoundedRect(track, radius, radius);
     painter.restore();
@@ -160,14 +163,14 @@ void ctlSlider::pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar
   if (hasFocus()) {
     QColor halo = Bar;
     halo.setAlpha(80);
-    Painter.setPen(Qt::NoPen);
     Painter.setBrush(halo);
     Painter.drawEllipse(Centre, FocusHaloRadius, FocusHaloRadius);
   }
   const bool lit = isEnabled() && (dragging_ || underMouse());
-  Painter.setPen(QPen(Bar.darker(dragging_ ? 135 : 115), 1.5));
+  Painter.setBrush(Bar.darker(dragging_ ? 135 : 115));
+  Painter.drawEllipse(Centre, ThumbRadius, ThumbRadius);
   Painter.setBrush(lit ? Blend(Qt::white, Bar, 0.2) : QColor(Qt::white));
-  Painter.drawEllipse(Centre, ThumbRadius - 0.75, ThumbRadius - 0.75);
+  Painter.drawEllipse(Centre, ThumbRadius - ThumbRing, ThumbRadius - ThumbRing);
 }
 
 void ctlSlider::mousePressEvent(QMouseEvent* event) {
