@@ -51,9 +51,11 @@ void PaintPanel(QPainter& Painter, const QRect& Panel, qreal PixelRatio) {
   QPainterPath frame;
   const qreal radius = kPanelCornerDiameter / 2;
   frame.addRoundedRect(QRectF(Panel).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-  QBrush brush(fill);
-  brush.setTransform(QTransform::fromTranslate(Panel.x(), Panel.y()));
-  Painter.fillPath(frame, brush);
+  // The fill is clipped to the rounded frame; the frame's antialiased stroke then covers the clip's edge.
+  Painter.save();
+  Painter.setClipPath(frame);
+  Painter.drawImage(Panel.topLeft(), fill);
+  Painter.restore();
   Painter.strokePath(frame, QPen(ColourFromColorref(Palette::PanelBorder), 1));
 }
 

@@ -1,0 +1,847 @@
+#include "mainwindow/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QWindow>
+#include <algorithm>
+
+#include "files/modLoadSave.h"
+#include "mainwindow/ClientArea.h"
+#include "mainwindow/GraphicalButton.h"
+#include "mainwindow/MainWindowLayout.h"
+#include "mainwindow/ctlSlider.h"
+#include "mainwindow/modDecoration.h"
+#include "mainwindow/modDisplay.h"
+#include "startup/modSettings.h"
+#include "startup/modStartup.h"
+#include "util/modFormElements.h"
+
+namespace tarvelin {
+
+namespace {
+
+constexpr int kRowHeight = 20;         // labels and sliders of every row
+constexpr int kNameColumnWidth = 100;  // option and attribute names
+constexpr int kValueLabelWidth = 64;
+constexpr int kTitleTop = 10;
+constexpr int kTitleHeight = 36;
+constexpr int kPanelsTop = 56;
+constexpr int kPanelMargin = 10;
+constexpr int kResizeTabSize = 16;
+constexpr uint32_t kBestBarColour = 0x0CC0FE;
+constexpr uint32_t kOtherBarColour = 0x0980FD;
+constexpr int kHighlightOption = 1;
+constexpr int kHighlightAttribute = 2;
+constexpr int kTwipsPerPixel = 15;  // at the usual 96 pixels per inch
+constexpr QSize kDesignSize(880, 700);
+
+const char* const kLabelFont = "Comic Sans MS";
+
+QFont LabelFont(int pointSize, bool bold = false) {
+  QFont font(kLabelFont, pointSize);
+  font.setBold(bold);
+  return font;
+}
+
+QString ArrayName(const char* arrayName, size_t index) {
+  return QString("%1_%2").arg(arrayName).arg(static_cast<qulonglong>(index));
+}
+
+TarvelinTopic& Topic() {
+  return *Program().Topic;
+}
+
+size_t IndexOf(const std::vector<QLabel*>& labels, const QLabel* label) {
+  return static_cast<size_t>(std::find(labels.begin(), labels.end(), label) - labels.begin());
+}
+
+}  // namespace
+
+frmMain::frmMain(QWidget* parent) : QWidget(parent) {
+  setObjectName("frmMain");
+  setWindowTitle(QString::fromStdString(Program().AppTitle));
+  scrollArea_ = new QScrollArea(this);
+  scrollArea_->setObjectName("scrollClient");
+  scrollArea_->setFrameShape(QFrame::NoFrame);
+  scrollArea_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scrollArea_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  client_ = new ClientArea(persistentImage_);
+  client_->setObjectName("picClient");
+  client_->installEventFilter(this);
+  scrollArea_->setWidget(client_);
+  CreateFixedControls();
+  resize(kDesignSize);
+}
+
+frmMain::~frmMain() = default;
+
+QLabel* frmMain::CreateLabel(const QString& objectName, const QFont& font, Qt::Alignment alignment) {
+  auto* label = new QLabel(client_);
+  label->setObjectName(objectName);
+  label->setFont(font);
+  label->setAlignment(alignment | Qt::AlignVCenter);
+  label->setMouseTracking(true);
+  label->installEventFilter(this);
+  return label;
+}
+
+ctlSlider* frmMain::CreateSlider(const QString& objectName, bool readOnly) {
+  auto* slider = new ctlSlider(client_);
+  slider->setObjectName(objectName);
+  slider->SetReadOnly(readOnly);
+  return slider;
+}
+
+void frmMain::CreateFixedControls() {
+  shpHighlight = new QWidget(client_);
+  shpHighlight->setObjectName("shpHighlight");
+  shpHighlight->setAttribute(Qt::WA_TransparentForMouseEvents);
+  shpHighlight->setStyleSheet("background-color: rgba(255, 236, 150, 150); border-radius: 6px;");
+  shpHighlight->hide();
+
+  lblTitle = CreateLabel("lblTitle", LabelFont(16, true), Qt::AlignLeft);
+  lblTitle->setText("Topic Title");
+  lblTitle->setGeometry(kPanelMargin, kTitleTop, 300, kTitleHeight);
+  CreateCommandRow();
+
+  CreatePanel(picScoreFrame, lblScores, btnToggleScore, "picScoreFrame", "lblScores", "Scores", "btnToggleScore");
+  CreatePanel(picWeightingFrame, lblWeightings, btnToggleWeightings, "picWeightingFrame", "lblWeightings", "Weightings",
+              "btnToggleWeightings");
+  CreatePanel(picRatingFrame, lblRatings, btnToggleRatings, "picRatingFrame", "lblRatings", "Ratings",
+              "btnToggleRatings");
+  connect(btnToggleScore, &QAbstractButton::clicked, this, [this] { btnToggleScore_Click(); });
+  connect(btnToggleWeightings, &QAbstractButton::clicked, this, [this] { btnToggleWeightings_Click(); });
+  connect(btnToggleRatings, &QAbstractButton::clicked, this, [this] { btnToggleRatings_Click(); });
+
+  const auto makeButton = [this](const char* name, const char* text, ButtonPicture picture) {
+    auto* button = new GraphicalButton(client_);
+    button->setObjectName(name);
+    button->setText(text);
+    button->SetPicture(picture);
+    button->setFont(LabelFont(9));
+    button->resize(button->sizeHint());
+    return button;
+  };
+  btnAddAttribute = makeButton("btnAddAttribute", "Add Attribute", ButtonPicture::Add);
+  btnAddOption = makeButton("btnAddOption", "Add Option", ButtonPicture::Add);
+  btnRemoveAttribute = makeButton("btnRemoveAttribute", "", ButtonPicture::Delete);
+  btnRemoveOption = makeButton("btnRemoveOption", "", ButtonPicture::Delete);
+  for (auto* remove : {btnRemoveAttribute, btnRemoveOption}) {
+    remove->resize(kRowHeight, kRowHeight);
+    remove->hide();
+  }
+  btnRemoveAttribute->setToolTip("Delete Attribute");
+  btnRemoveOption->setToolTip("Delete Option");
+  RefreshToggleButtons();
+
+  imgResizeTab = new QWidget(this);
+  imgResizeTab->setObjectName("imgResizeTab");
+  imgResizeTab->setCursor(Qt::SizeFDiagCursor);
+  imgResizeTab->installEventFilter(this);
+  imgResizeTab->resize(kResizeTabSize, kResizeTabSize);
+
+  picMask = new QWidget(this);
+  picMask->setObjectName("picMask");
+  picMask->setAutoFillBackground(true);
+  lblLoading = new QLabel("Loading...", picMask);
+  lblLoading->setObjectName("lblLoading");
+  lblLoading->setFont(LabelFont(20, true));
+  lblLoading->adjustSize();
+  picMask->hide();
+}
+
+void frmMain::CreateCommandRow() {
+  const auto makeCommand = [this](const char* name, const char* text, ButtonPicture picture) {
+    auto* button = new GraphicalButton(client_);
+    button->setObjectName(name);
+    button->setText(text);
+    button->SetPicture(picture);
+    button->setFont(LabelFont(10));
+    button->resize(button->sizeHint().width(), kTitleHeight);
+    button->move(0, kTitleTop);
+    return button;
+  };
+  btnNew = makeCommand("btnNew", "Start New Topic", ButtonPicture::New);
+  btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load);
+  btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save);
+  btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings);
+}
+
+void frmMain::CreatePanel(QWidget*& frame, QLabel*& heading, GraphicalButton*& toggle, const char* frameName,
+                          const char* headingName, const char* headingText, const char* toggleName) {
+  // The panels are painted into the window's persistent image; the frames themselves stay hidden and only
+  // hold the panels' geometry.
+  frame = new QWidget(client_);
+  frame->setObjectName(frameName);
+  frame->hide();
+  heading = CreateLabel(headingName, LabelFont(12, true), Qt::AlignLeft);
+  heading->setText(headingText);
+  heading->resize(heading->sizeHint().width() + 10, 24);
+  toggle = new GraphicalButton(client_);
+  toggle->setObjectName(toggleName);
+  toggle->setFont(LabelFont(9));
+}
+
+void frmMain::Form_Load() {
+  Form_Resize();
+  const std::string& fileToOpen = Program().FileToOpen;
+  const bool loaded = Program().FileTypeToOpen == "TVT" && LoadTopicReportingErrors(fileToOpen, Program().Topic);
+  if (loaded) {
+    Program().CurrentFileName = fileToOpen;
+    Program().Modified = false;
+  }
+  ApplyPlacement();
+  if (!loaded) {
+    StartNewTopic();
+  }
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+// The stored placement is in twips. Qt places the frame but sizes the client area, so the size stored is the
+// client's: it then comes back exactly as it was left.
+void frmMain::ApplyPlacement() {
+  const QSize screen = this->screen() ? this->screen()->availableGeometry().size() : QSize(1280, 1024);
+  SettingsDefaults defaults;
+  defaults.DesignWidth = width() * kTwipsPerPixel;
+  defaults.DesignHeight = height() * kTwipsPerPixel;
+  defaults.ScreenWidth = screen.width() * kTwipsPerPixel;
+  defaults.ScreenHeight = screen.height() * kTwipsPerPixel;
+  const WindowPlacement placement = ReadWindowPlacement(defaults);
+  resize(placement.Width / kTwipsPerPixel, placement.Height / kTwipsPerPixel);
+  move(placement.Left / kTwipsPerPixel, placement.Top / kTwipsPerPixel);
+  if (placement.Maximized) {
+    showMaximized();
+  } else {
+    show();
+  }
+}
+
+void frmMain::SavePlacement() {
+  const QRect normal = isMaximized() ? normalGeometry() : geometry();
+  const QPoint topLeft = isMaximized() ? normal.topLeft() : frameGeometry().topLeft();
+  WindowPlacement placement;
+  placement.Width = normal.width() * kTwipsPerPixel;
+  placement.Height = normal.height() * kTwipsPerPixel;
+  placement.Left = topLeft.x() * kTwipsPerPixel;
+  placement.Top = topLeft.y() * kTwipsPerPixel;
+  placement.Maximized = isMaximized();
+  SaveSettings(placement);
+}
+
+void frmMain::StartNewTopic() {
+  StartLoad();
+  const bool normalise = Program().Topic ? Topic().NormaliseWeights() : false;
+  Program().Topic = std::make_unique<TarvelinTopic>();
+  Topic().SetNormaliseWeights(normalise);
+  Topic().SetRounding(3);
+  Topic().SetTotalAttributes(2);
+  Topic().SetTotalOptions(2);
+  Program().CurrentFileName.clear();
+  Program().Modified = false;
+  showScores_ = showWeightings_ = showRatings_ = true;
+  RefreshToggleButtons();
+  EndLoad();
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+int16_t frmMain::TranslateToIndex(int16_t OptionID, int16_t AttributeID) const {
+  return static_cast<int16_t>(OptionID * Topic().TotalAttributes() + AttributeID);
+}
+
+int16_t frmMain::GetOptionIDFromIndex(int16_t Index, bool UseControlValues) const {
+  const int divisor = UseControlValues ? static_cast<int>(lblWeighting.size()) : Topic().TotalAttributes();
+  return static_cast<int16_t>(Index / divisor);
+}
+
+int16_t frmMain::GetAttributeIDFromIndex(int16_t Index, bool UseControlValues) const {
+  const int divisor = UseControlValues ? static_cast<int>(lblWeighting.size()) : Topic().TotalAttributes();
+  return static_cast<int16_t>(Index % divisor);
+}
+
+void frmMain::StartLoad() {
+  loading_ = true;
+  Program().IsLoading = true;
+  LayoutCover();
+  picMask->show();
+  picMask->raise();
+  picMask->repaint();
+}
+
+void frmMain::EndLoad() {
+  picMask->hide();
+  loading_ = false;
+  Program().IsLoading = false;
+}
+
+void frmMain::LayoutCover() {
+  picMask->setGeometry(rect());
+  lblLoading->move((picMask->width() - lblLoading->width()) / 2, (picMask->height() - lblLoading->height()) / 2);
+  QPalette palette = picMask->palette();
+  palette.setBrush(QPalette::Window, CoverBrush(picMask->size()));
+  picMask->setPalette(palette);
+}
+
+void frmMain::UpdateSliderArrays(bool& RowsChanged) {
+  const size_t optionsBefore = lblOption.size();
+  const size_t attributesBefore = lblAttribute.size();
+  ResizeArrays();
+  RowsChanged = optionsBefore != lblOption.size() || attributesBefore != lblAttribute.size();
+  for (int16_t a = 0; a < Topic().TotalAttributes(); ++a) {
+    SetCaption(lblAttribute[static_cast<size_t>(a)], Topic().GetAttributeName(a));
+  }
+  for (int16_t o = 0; o < Topic().TotalOptions(); ++o) {
+    SetCaption(lblOption[static_cast<size_t>(o)], Topic().GetOptionName(o));
+    SetCaption(lblScoreTitle[static_cast<size_t>(o)], Topic().GetOptionName(o));
+  }
+  UpdateSettings();
+  Form_Resize();
+}
+
+// Grows or shrinks every control array to the topic's counts. Controls are created on first use and
+// removed when the topic no longer has their row.
+void frmMain::ResizeArrays() {
+  const auto options = static_cast<size_t>(Topic().TotalOptions());
+  const auto attributes = static_cast<size_t>(Topic().TotalAttributes());
+  const auto resizeLabels = [this](std::vector<QLabel*>& labels, const char* name, size_t count, const QFont& font,
+                                   Qt::Alignment alignment) {
+    while (labels.size() > count) {
+      delete labels.back();
+      labels.pop_back();
+    }
+    while (labels.size() < count) {
+      labels.push_back(CreateLabel(ArrayName(name, labels.size()), font, alignment));
+      labels.back()->show();
+    }
+  };
+  const auto resizeSliders = [this](std::vector<ctlSlider*>& sliders, const char* name, size_t count, bool readOnly,
+                                    void (frmMain::*handler)(int16_t)) {
+    while (sliders.size() > count) {
+      delete sliders.back();
+      sliders.pop_back();
+    }
+    while (sliders.size() < count) {
+      const auto index = static_cast<int16_t>(sliders.size());
+      auto* slider = CreateSlider(ArrayName(name, sliders.size()), readOnly);
+      if (handler != nullptr) {
+        // Change is passed on only when the window is not writing the sliders itself; Scroll always.
+        connect(slider, &ctlSlider::Change, this, [this, handler, index] {
+          if (!isUpdatingControls_) {
+            (this->*handler)(index);
+          }
+        });
+        connect(slider, &ctlSlider::Scroll, this, [this, handler, index] { (this->*handler)(index); });
+      }
+      slider->show();
+      sliders.push_back(slider);
+    }
+  };
+  const QFont names = LabelFont(10);
+  const QFont values = LabelFont(10);
+  resizeLabels(lblScoreTitle, "lblScoreTitle", options, names, Qt::AlignLeft);
+  resizeSliders(sliderScore, "sliderScore", options, true, nullptr);
+  resizeLabels(lblScore, "lblScore", options, values, Qt::AlignRight);
+  resizeLabels(lblAttribute, "lblAttribute", attributes, names, Qt::AlignLeft);
+  resizeSliders(sliderWeighting, "sliderWeighting", attributes, false, &frmMain::sliderWeighting_Change);
+  resizeLabels(lblWeighting, "lblWeighting", attributes, values, Qt::AlignRight);
+  resizeLabels(lblOption, "lblOption", options, LabelFont(10, true), Qt::AlignLeft);
+  resizeSliders(sliderRating, "sliderRating", options * attributes, false, &frmMain::sliderRating_Change);
+  resizeLabels(lblRating, "lblRating", options * attributes, values, Qt::AlignRight);
+}
+
+int frmMain::ScoreRowStep() const {
+  return kRowHeight;
+}
+
+int frmMain::WeightingExtent() const {
+  return RowExtent(Topic().TotalAttributes(), kRowHeight);
+}
+
+int frmMain::RatingExtent() const {
+  return RowExtent(Topic().TotalAttributes(), kRowHeight);
+}
+
+int frmMain::ClientWidth() const {
+  return client_->width();
+}
+
+void frmMain::Form_Resize() {
+  if (isMinimized() || isUpdatingControls_ || !Program().Topic) {
+    return;
+  }
+  const bool maximised = isMaximized();
+  const auto snap =
+      SnapToMinimumClientSize({frameGeometry().width(), frameGeometry().height()}, {width(), height()}, maximised);
+  if (snap) {
+    resize(width() + snap->Width - frameGeometry().width(), height() + snap->Height - frameGeometry().height());
+    return;
+  }
+  imgResizeTab->setVisible(!maximised);
+  imgResizeTab->move(width() - kResizeTabSize, height() - kResizeTabSize);
+  imgResizeTab->raise();
+  scrollArea_->setGeometry(rect());
+  if (loading_) {
+    LayoutCover();
+  }
+
+  const int headingHeight = lblScores->height();
+  const int scoreHeight = ScorePanelHeight(Topic().TotalOptions(), ScoreRowStep(), headingHeight, showScores_);
+  const int weightingHeight = WeightingPanelHeight(WeightingExtent(), headingHeight, kRowHeight, showWeightings_);
+  const int ratingHeight =
+      RatingPanelHeight(Topic().TotalOptions(), RatingExtent(), kRowHeight, headingHeight, showRatings_);
+  const int contentHeight = kPanelsTop + scoreHeight + weightingHeight + ratingHeight + 3 * kPanelMargin;
+  ResizeCanvas(contentHeight);
+
+  const int clientWidth = ClientWidth();
+  const auto lefts =
+      LayoutCommandRow(clientWidth, btnNew->width(), btnLoad->width(), btnSave->width(), btnSettings->width());
+  btnSettings->move(lefts.Settings, kTitleTop);
+  btnSave->move(lefts.Save, kTitleTop);
+  btnLoad->move(lefts.Load, kTitleTop);
+  btnNew->move(lefts.New, kTitleTop);
+  lblTitle->resize(std::max(0, lefts.New - 10 - lblTitle->x()), kTitleHeight);
+  if (lblTitle->property("tag").toString().toStdString() != Topic().Name()) {
+    SetCaption(lblTitle, Topic().Name());
+  } else {
+    lblTitle_Change();
+  }
+
+  const int panelWidth = clientWidth - 2 * kPanelMargin;
+  picScoreFrame->setGeometry(kPanelMargin, kPanelsTop, panelWidth, scoreHeight);
+  const int weightingTop = kPanelsTop + scoreHeight + kPanelMargin;
+  picWeightingFrame->setGeometry(kPanelMargin, weightingTop, panelWidth, weightingHeight);
+  const int ratingTop = weightingTop + weightingHeight + kPanelMargin;
+  picRatingFrame->setGeometry(kPanelMargin, ratingTop, panelWidth, ratingHeight);
+
+  PlacePanelHeading(picScoreFrame, lblScores, btnToggleScore, nullptr, kPanelsTop, showScores_);
+  PlacePanelHeading(picWeightingFrame, lblWeightings, btnToggleWeightings, btnAddAttribute, weightingTop,
+                    showWeightings_);
+  PlacePanelHeading(picRatingFrame, lblRatings, btnToggleRatings, btnAddOption, ratingTop, showRatings_);
+  PlaceScoreRows(kPanelsTop, panelWidth);
+  PlaceWeightingRows(weightingTop, panelWidth);
+  PlaceRatingRows(ratingTop, panelWidth);
+  shpHighlight->hide();
+  btnRemoveAttribute->hide();
+  btnRemoveOption->hide();
+  RepaintGradients();
+}
+
+void frmMain::ResizeCanvas(int contentHeight) {
+  const int viewportHeight = height();
+  const bool scrolls = contentHeight > viewportHeight;
+  const int scrollBarWidth = scrolls ? scrollArea_->verticalScrollBar()->sizeHint().width() : 0;
+  client_->resize(std::max(0, width() - scrollBarWidth), std::max(viewportHeight, contentHeight));
+}
+
+// The heading stands 5 pixels below the panel's top: beside the add button while the panel is expanded
+// (the button then stands where the heading would), at the panel's left edge when it is collapsed.
+void frmMain::PlacePanelHeading(QWidget* frame, QLabel* heading, GraphicalButton* toggle, GraphicalButton* add, int top,
+                                bool expanded) {
+  const int left = frame->x();
+  const bool showAdd = add != nullptr && expanded;
+  if (add != nullptr) {
+    add->move(left + 10, top + 5);
+    add->setVisible(showAdd);
+  }
+  heading->move(showAdd ? add->x() + add->width() + 5 : left + 10, top + 5);
+  toggle->resize(toggle->sizeHint().width(), heading->height());
+  toggle->move(left + frame->width() - toggle->width() - 10, top + 5);
+}
+
+void frmMain::PlaceScoreRows(int panelTop, int panelWidth) {
+  const int rowsTop = panelTop + FirstRowOffset(lblScores->height());
+  for (size_t i = 0; i < lblScoreTitle.size(); ++i) {
+    const int top = rowsTop + static_cast<int>(i) * RowStep(ScoreRowStep());
+    lblScoreTitle[i]->setGeometry(kPanelMargin + 10, top, kNameColumnWidth, kRowHeight);
+    lblScore[i]->resize(kValueLabelWidth, kRowHeight);
+    const int sliderWidth = panelWidth - 50 - kNameColumnWidth - lblScore[i]->width();
+    sliderScore[i]->setGeometry(kPanelMargin + 10 + kNameColumnWidth + 10, top, sliderWidth, kRowHeight);
+    lblScore[i]->move(sliderScore[i]->x() + sliderWidth + 10, top);
+    for (QWidget* control : {static_cast<QWidget*>(lblScoreTitle[i]), static_cast<QWidget*>(sliderScore[i]),
+                             static_cast<QWidget*>(lblScore[i])}) {
+      control->setVisible(showScores_);
+    }
+  }
+  UpdateScoreBars();
+}
+
+void frmMain::PlaceWeightingRows(int panelTop, int panelWidth) {
+  const int column = kPanelMargin + 10;
+  const int rowsTop = panelTop + FirstRowOffset(lblWeightings->height());
+  const int sliderLeft = column + kNameColumnWidth + 30;
+  const int sliderWidth = panelWidth - (sliderLeft - kPanelMargin) - kValueLabelWidth - 20;
+  for (size_t a = 0; a < lblAttribute.size(); ++a) {
+    const int top = rowsTop + static_cast<int>(a) * RowStep(kRowHeight);
+    lblAttribute[a]->setGeometry(column, top, kNameColumnWidth, kRowHeight);
+    sliderWeighting[a]->setGeometry(sliderLeft, top, sliderWidth, kRowHeight);
+    lblWeighting[a]->setGeometry(sliderLeft + sliderWidth + 10, top, kValueLabelWidth, kRowHeight);
+    for (QWidget* control : {static_cast<QWidget*>(lblAttribute[a]), static_cast<QWidget*>(sliderWeighting[a]),
+                             static_cast<QWidget*>(lblWeighting[a])}) {
+      control->setVisible(showWeightings_);
+    }
+  }
+}
+
+void frmMain::PlaceRatingRows(int panelTop, int panelWidth) {
+  const int column = kPanelMargin + 10;
+  const int sliderLeft = column + kNameColumnWidth + 30;
+  const int sliderWidth = panelWidth - (sliderLeft - kPanelMargin) - kValueLabelWidth - 20;
+  const auto attributes = static_cast<size_t>(Topic().TotalAttributes());
+  for (size_t o = 0; o < lblOption.size(); ++o) {
+    const int blockTop =
+        panelTop + RatingBlockOffset(static_cast<int>(o), RatingExtent(), kRowHeight, lblRatings->height());
+    lblOption[o]->setGeometry(column + 20, blockTop, kNameColumnWidth, kRowHeight);
+    lblOption[o]->setVisible(showRatings_);
+    for (size_t a = 0; a < attributes; ++a) {
+      const auto i = static_cast<size_t>(TranslateToIndex(static_cast<int16_t>(o), static_cast<int16_t>(a)));
+      const int top = blockTop + static_cast<int>(a) * RowStep(kRowHeight);
+      sliderRating[i]->setGeometry(sliderLeft, top, sliderWidth, kRowHeight);
+      lblRating[i]->setGeometry(sliderLeft + sliderWidth + 10, top, kValueLabelWidth, kRowHeight);
+      sliderRating[i]->setVisible(showRatings_);
+      lblRating[i]->setVisible(showRatings_);
+    }
+  }
+}
+
+void frmMain::UpdateScoreBars() {
+  const int available = picScoreFrame->width() - kValueLabelWidth - 20 - 110;
+  const int fitWidth = available - available / 2 + 100;
+  int widest = 0;
+  for (size_t i = 0; i < lblScoreTitle.size(); ++i) {
+    QLabel* title = lblScoreTitle[i];
+    const std::string name = Topic().GetOptionName(static_cast<int16_t>(i));
+    const QFontMetrics metrics(title->font());
+    const auto fitted = FitCaption(name, fitWidth, [&metrics](std::string_view text) {
+      return metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    });
+    title->setText(QString::fromStdString(fitted.Text));
+    widest = std::max(widest, metrics.horizontalAdvance(title->text()));
+    const QString number = QString::number(i + 1);
+    title->setToolTip(fitted.Text != name
+                          ? QString("Scores for option %1: %2").arg(number, QString::fromStdString(name))
+                          : QString("Scores for option %1").arg(number));
+  }
+  const int titleColumn = std::max(widest, 100);
+  for (size_t i = 0; i < lblScoreTitle.size(); ++i) {
+    const int top = lblScoreTitle[i]->y();
+    const int barsLeft = kPanelMargin + 10 + titleColumn + 10;
+    lblScoreTitle[i]->setGeometry(kPanelMargin + 10, top, titleColumn, kRowHeight);
+    const int barWidth = picScoreFrame->width() - (barsLeft - kPanelMargin) - kValueLabelWidth - 20;
+    sliderScore[i]->setGeometry(barsLeft, top, std::max(0, barWidth), kRowHeight);
+    lblScore[i]->setGeometry(barsLeft + std::max(0, barWidth) + 10, top, kValueLabelWidth, kRowHeight);
+  }
+}
+
+void frmMain::UpdateSettings() {
+  isUpdatingControls_ = true;
+  TarvelinTopic& topic = Topic();
+  const int16_t rounding = topic.Rounding();
+  const bool decimal = Program().DisplayAsDecimal;
+  const auto format = [&](double value) {
+    return QString::fromStdString(FormatNumberForDisplay(value, rounding, decimal));
+  };
+  SetCaption(lblTitle, topic.Name());
+  setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + topic.Name()));
+  for (int16_t a = 0; a < topic.TotalAttributes(); ++a) {
+    const double weighting = topic.GetWeighting(a);
+    sliderWeighting[static_cast<size_t>(a)]->SetValue(static_cast<int>(std::lround(weighting * 100)));
+    lblWeighting[static_cast<size_t>(a)]->setText(format(weighting));
+  }
+  for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
+    for (int16_t a = 0; a < topic.TotalAttributes(); ++a) {
+      const auto i = static_cast<size_t>(TranslateToIndex(o, a));
+      const double rating = topic.GetRating(o, a);
+      sliderRating[i]->SetValue(static_cast<int>(std::lround(rating * 100)));
+      lblRating[i]->setText(format(rating));
+    }
+  }
+  std::vector<double> scores;
+  int16_t best = 0;
+  for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
+    scores.push_back(topic.GetScore(o));
+    if (scores.back() > scores[static_cast<size_t>(best)]) {
+      best = o;
+    }
+  }
+  for (size_t o = 0; o < scores.size(); ++o) {
+    sliderScore[o]->SetValue(static_cast<int>(std::lround(scores[o] * 100)));
+    lblScore[o]->setText(format(scores[o]));
+    // Every option tied with the best shares its colour, although only one index was recorded.
+    sliderScore[o]->SetBarColour(scores[o] == scores[static_cast<size_t>(best)] ? kBestBarColour : kOtherBarColour);
+  }
+  isUpdatingControls_ = false;
+}
+
+// Sets a label's text and runs the change handler of its array, as a caption change does.
+void frmMain::SetCaption(QLabel* label, const std::string& text) {
+  const QString caption = QString::fromStdString(text);
+  const bool changed = label->property("tag").toString() != caption;
+  label->setProperty("tag", caption);
+  if (!changed && label != lblTitle) {
+    return;
+  }
+  if (label == lblTitle) {
+    lblTitle_Change();
+    return;
+  }
+  const auto dispatch = [&](std::vector<QLabel*>& labels, void (frmMain::*handler)(int16_t)) {
+    const auto found = std::find(labels.begin(), labels.end(), label);
+    if (found != labels.end()) {
+      (this->*handler)(static_cast<int16_t>(found - labels.begin()));
+      return true;
+    }
+    return false;
+  };
+  dispatch(lblOption, &frmMain::lblOption_Change) || dispatch(lblAttribute, &frmMain::lblAttribute_Change) ||
+      dispatch(lblScoreTitle, &frmMain::lblScoreTitle_Change);
+}
+
+void frmMain::lblTitle_Change() {
+  if (inTitleChange_) {
+    return;
+  }
+  inTitleChange_ = true;
+  const std::string caption = lblTitle->property("tag").toString().toStdString();
+  if (caption != Topic().Name()) {
+    SetModified();
+    Topic().SetName(caption);
+  }
+  const QFontMetrics metrics(lblTitle->font());
+  const auto fitted = FitCaption(caption, lblTitle->width(), [&metrics](std::string_view text) {
+    return metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  });
+  lblTitle->setText(QString::fromStdString(fitted.Text));
+  lblTitle->setToolTip(fitted.Text != caption ? QString::fromStdString(caption) : QString());
+  setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
+  inTitleChange_ = false;
+}
+
+void frmMain::lblOption_Change(int16_t Index) {
+  if (inOptionChange_ || Index >= Topic().TotalOptions()) {
+    return;
+  }
+  inOptionChange_ = true;
+  QLabel* label = lblOption[static_cast<size_t>(Index)];
+  const std::string caption = label->property("tag").toString().toStdString();
+  if (Topic().GetOptionName(Index) != caption) {
+    SetModified();
+  }
+  Topic().SetOptionName(Index, caption);
+  const QFontMetrics metrics(label->font());
+  label->setText(QString::fromStdString(FitCaption(caption, kNameColumnWidth - 10, [&metrics](std::string_view text) {
+                                          return metrics.horizontalAdvance(
+                                              QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+                                        }).Text));
+  const std::string number = std::to_string(Index + 1);
+  label->setToolTip(
+      QString::fromStdString(caption == "Option " + number ? caption : "Option " + number + ": " + caption));
+  inOptionChange_ = false;
+}
+
+void frmMain::lblAttribute_Change(int16_t Index) {
+  if (inAttributeChange_ || Index >= Topic().TotalAttributes()) {
+    return;
+  }
+  inAttributeChange_ = true;
+  QLabel* label = lblAttribute[static_cast<size_t>(Index)];
+  const std::string caption = label->property("tag").toString().toStdString();
+  if (Topic().GetAttributeName(Index) != caption) {
+    SetModified();
+  }
+  Topic().SetAttributeName(Index, caption);
+  const QFontMetrics metrics(label->font());
+  label->setText(QString::fromStdString(FitCaption(caption, kNameColumnWidth - 10, [&metrics](std::string_view text) {
+                                          return metrics.horizontalAdvance(
+                                              QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+                                        }).Text));
+  const std::string number = std::to_string(Index + 1);
+  label->setToolTip(
+      QString::fromStdString(caption == "Attribute " + number ? caption : "Attribute " + number + ": " + caption));
+  inAttributeChange_ = false;
+}
+
+void frmMain::lblScoreTitle_Change(int16_t Index) {
+  if (inScoreTitleChange_ || Index >= Topic().TotalOptions()) {
+    return;
+  }
+  inScoreTitleChange_ = true;
+  UpdateScoreBars();
+  inScoreTitleChange_ = false;
+}
+
+void frmMain::sliderWeighting_Change(int16_t Index) {
+  Topic().SetWeighting(Index, sliderWeighting[static_cast<size_t>(Index)]->Value() / 100.0);
+  SetModified();
+  UpdateSettings();
+  lblWeighting[static_cast<size_t>(Index)]->repaint();
+}
+
+void frmMain::sliderRating_Change(int16_t Index) {
+  Topic().SetRating(GetOptionIDFromIndex(Index), GetAttributeIDFromIndex(Index),
+                    sliderRating[static_cast<size_t>(Index)]->Value() / 100.0);
+  SetModified();
+  UpdateSettings();
+  lblRating[static_cast<size_t>(Index)]->repaint();
+}
+
+void frmMain::RefreshToggleButtons() {
+  const auto refresh = [](GraphicalButton* button, bool expanded, const char* hide, const char* show) {
+    button->SetPicture(expanded ? ButtonPicture::Collapse : ButtonPicture::Expand);
+    button->setText(expanded ? hide : show);
+  };
+  refresh(btnToggleScore, showScores_, "Hide Scores", "Show Scores");
+  refresh(btnToggleWeightings, showWeightings_, "Hide Weightings", "Show Weightings");
+  refresh(btnToggleRatings, showRatings_, "Hide Ratings", "Show Ratings");
+}
+
+void frmMain::btnToggleScore_Click() {
+  showScores_ = !showScores_;
+  RefreshToggleButtons();
+  Form_Resize();
+}
+
+void frmMain::btnToggleWeightings_Click() {
+  showWeightings_ = !showWeightings_;
+  RefreshToggleButtons();
+  Form_Resize();
+}
+
+void frmMain::btnToggleRatings_Click() {
+  showRatings_ = !showRatings_;
+  RefreshToggleButtons();
+  Form_Resize();
+}
+
+// Lays the highlight over the row of the label under the mouse and brings the delete button of that row
+// beside it; anything else hides it.
+void frmMain::PlaceHighlight(QLabel* label, int kind) {
+  btnRemoveAttribute->hide();
+  btnRemoveOption->hide();
+  if (kind == kHighlightAttribute) {
+    highlightedAttribute_ = static_cast<int16_t>(IndexOf(lblAttribute, label));
+    const QRect row(picWeightingFrame->x() + 4, label->y() - 2, picWeightingFrame->width() - 8, kRowHeight + 4);
+    shpHighlight->setGeometry(row);
+    btnRemoveAttribute->move(label->x() + kNameColumnWidth + 5, label->y());
+    btnRemoveAttribute->setVisible(Topic().TotalAttributes() > 1);
+    btnRemoveAttribute->raise();
+  } else if (kind == kHighlightOption) {
+    highlightedOption_ = static_cast<int16_t>(IndexOf(lblOption, label));
+    const int blockHeight = RatingExtent() + kRowHeight;
+    const QRect block(picRatingFrame->x() + 4, label->y() - 2, picRatingFrame->width() - 8, blockHeight + 4);
+    shpHighlight->setGeometry(block);
+    btnRemoveOption->move(label->x() - 20, label->y());
+    btnRemoveOption->setVisible(Topic().TotalOptions() > 1);
+    btnRemoveOption->raise();
+  } else {
+    shpHighlight->hide();
+    return;
+  }
+  shpHighlight->show();
+  shpHighlight->lower();
+}
+
+void frmMain::imgResizeTab_MouseDown() {
+  if (QWindow* window = windowHandle()) {
+    window->startSystemResize(Qt::BottomEdge | Qt::RightEdge);
+  }
+}
+
+void frmMain::RepaintGradients() {
+  const qreal ratio = devicePixelRatioF();
+  persistentImage_ = PaintWindowDecoration(client_->size(), ratio, picScoreFrame->geometry(),
+                                           picWeightingFrame->geometry(), picRatingFrame->geometry());
+  client_->update();
+}
+
+void frmMain::HLine(int16_t Y, uint32_t Colour) {
+  DrawLine(persistentImage_, QLine(0, Y, client_->width(), Y), Colour);
+}
+
+void frmMain::VLine(int16_t X, uint32_t Colour) {
+  DrawLine(persistentImage_, QLine(X, 0, X, client_->height()), Colour);
+}
+
+void frmMain::DrawGrid() {
+  constexpr uint32_t lattice = 0x00FFFF;
+  constexpr uint32_t rule = 0x000000;
+  const int w = client_->width();
+  const int h = client_->height();
+  for (int x = 0; x <= w; x += 10) {
+    VLine(static_cast<int16_t>(x), lattice);
+  }
+  for (int y = 0; y <= h; y += 10) {
+    HLine(static_cast<int16_t>(y), lattice);
+  }
+  for (const int x : {10, 20, w - 10, w - 20}) {
+    VLine(static_cast<int16_t>(x), rule);
+  }
+  HLine(10, rule);
+  HLine(static_cast<int16_t>(h - 10), rule);
+  const auto sectionRules = [this](bool expanded, QLabel* heading, int rows) {
+    if (!expanded) {
+      return;
+    }
+    for (int row = 0; row < rows; ++row) {
+      HLine(static_cast<int16_t>(heading->y() + heading->height() + row * RowStep(kRowHeight)), rule);
+    }
+  };
+  sectionRules(showScores_, lblScores, Topic().TotalOptions());
+  sectionRules(showWeightings_, lblWeightings, Topic().TotalAttributes());
+  sectionRules(showRatings_, lblRatings, Topic().TotalOptions() * Topic().TotalAttributes());
+  client_->update();
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Form_Resize();
+}
+
+void frmMain::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange) {
+    Form_Resize();
+  }
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  SavePlacement();
+  event->accept();
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress && watched == imgResizeTab) {
+    imgResizeTab_MouseDown();
+    return true;
+  }
+  if (event->type() != QEvent::MouseMove) {
+    return QWidget::eventFilter(watched, event);
+  }
+  auto* label = qobject_cast<QLabel*>(watched);
+  const auto contains = [label](const std::vector<QLabel*>& labels) {
+    return std::find(labels.begin(), labels.end(), label) != labels.end();
+  };
+  if (watched == client_) {
+    PlaceHighlight(nullptr, 0);
+  } else if (label != nullptr && contains(lblOption)) {
+    PlaceHighlight(label, kHighlightOption);
+  } else if (label != nullptr && contains(lblAttribute)) {
+    PlaceHighlight(label, kHighlightAttribute);
+  } else if (label != nullptr && contains(lblWeighting)) {
+    PlaceHighlight(lblAttribute[IndexOf(lblWeighting, label)], kHighlightAttribute);
+  } else if (label != nullptr && contains(lblRating)) {
+    PlaceHighlight(
+        lblOption[static_cast<size_t>(GetOptionIDFromIndex(static_cast<int16_t>(IndexOf(lblRating, label))))],
+        kHighlightOption);
+  } else if (label == lblTitle) {
+    PlaceHighlight(nullptr, 0);
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace tarvelin

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class QLabel;
+class QScrollArea;
+
+namespace tarvelin {
+
+class ctlSlider;
+class ClientArea;
+class GraphicalButton;
+
+// The main window: the topic's title, the command row and three stacked panels (scores, weightings,
+// ratings) whose rows are control arrays grown to the topic's counts. The window keeps no copy of any value:
+// every edit goes into the live topic, after which UpdateSettings rewrites every control from it.
+class frmMain final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit frmMain(QWidget* parent = nullptr);
+  ~frmMain() override;
+  Q_DISABLE_COPY_MOVE(frmMain)
+
+  // Finishes the start-up: lays out the controls, loads the file named on the command line, restores the
+  // placement and starts a new topic when nothing was loaded. Shows the window.
+  void Form_Load();
+
+  // Index of the rating controls of an option and attribute: OptionID * TotalAttributes + AttributeID.
+  int16_t TranslateToIndex(int16_t OptionID, int16_t AttributeID) const;
+  // With UseControlValues the divisor is the number of weighting rows present in the window instead of the
+  // topic's count, for the moments when the two disagree (while attributes are added or removed).
+  int16_t GetOptionIDFromIndex(int16_t Index, bool UseControlValues = false) const;
+  int16_t GetAttributeIDFromIndex(int16_t Index, bool UseControlValues = false) const;
+
+  // Cover the panels while rows are rebuilt.
+  void StartLoad();
+  void EndLoad();
+  bool IsLoading() const { return loading_; }
+
+  // Brings the control arrays to the topic's counts, fills the names, places the rows, refreshes every value
+  // and lays the window out. RowsChanged is set when rows were created or removed.
+  void UpdateSliderArrays(bool& RowsChanged);
+  void Form_Resize();
+
+  // Rewrites the title, caption, every slider and value label and the score bars' colours from the topic.
+  void UpdateSettings();
+  // Rebuilds the decoration (gradient background and framed panels) into the window's persistent image.
+  void RepaintGradients();
+  // Fits the score titles into their column and sets their tooltips.
+  void UpdateScoreBars();
+  // A layout aid: the 10-pixel lattice and the border and section rules, drawn into the persistent image.
+  void DrawGrid();
+  void HLine(int16_t Y, uint32_t Colour);
+  void VLine(int16_t X, uint32_t Colour);
+
+  // Starts a new topic as the New command does, without asking to save first.
+  void StartNewTopic();
+
+  bool ShowScores() const { return showScores_; }
+  bool ShowWeightings() const { return showWeightings_; }
+  bool ShowRatings() const { return showRatings_; }
+  bool IsUpdatingControls() const { return isUpdatingControls_; }
+  const QImage& PersistentImage() const { return persistentImage_; }
+
+  // The rows' measures: the score row step S, the weighting extent W and the rating block extent R.
+  int ScoreRowStep() const;
+  int WeightingExtent() const;
+  int RatingExtent() const;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void CreateFixedControls();
+  void CreateCommandRow();
+  void CreatePanel(QWidget*& frame, QLabel*& heading, GraphicalButton*& toggle, const char* frameName,
+                   const char* headingName, const char* headingText, const char* toggleName);
+  QLabel* CreateLabel(const QString& objectName, const QFont& font, Qt::Alignment alignment);
+  ctlSlider* CreateSlider(const QString& objectName, bool readOnly);
+
+  void ResizeArrays();
+  void PlaceScoreRows(int panelTop, int panelWidth);
+  void PlaceWeightingRows(int panelTop, int panelWidth);
+  void PlaceRatingRows(int panelTop, int panelWidth);
+  void PlacePanelHeading(QWidget* frame, QLabel* heading, GraphicalButton* toggle, GraphicalButton* add, int top,
+                         bool expanded);
+  void LayoutCover();
+  int ClientWidth() const;
+  void ResizeCanvas(int contentHeight);
+
+  void SetCaption(QLabel* label, const std::string& text);
+  void lblTitle_Change();
+  void lblOption_Change(int16_t Index);
+  void lblAttribute_Change(int16_t Index);
+  void lblScoreTitle_Change(int16_t Index);
+  void sliderWeighting_Change(int16_t Index);
+  void sliderRating_Change(int16_t Index);
+  void RefreshToggleButtons();
+  void btnToggleScore_Click();
+  void btnToggleWeightings_Click();
+  void btnToggleRatings_Click();
+  void imgResizeTab_MouseDown();
+  void PlaceHighlight(QLabel* label, int kind);
+
+  void ApplyPlacement();
+  void SavePlacement();
+
+  bool showScores_ = true, showWeightings_ = true, showRatings_ = true;
+  bool isUpdatingControls_ = false;
+  bool loading_ = false;
+  bool inTitleChange_ = false, inOptionChange_ = false, inAttributeChange_ = false, inScoreTitleChange_ = false;
+  int16_t highlightedOption_ = 0, highlightedAttribute_ = 0;
+
+  QScrollArea* scrollArea_ = nullptr;
+  ClientArea* client_ = nullptr;
+  QImage persistentImage_;
+
+  QLabel* lblTitle = nullptr;
+  GraphicalButton *btnNew = nullptr, *btnLoad = nullptr, *btnSave = nullptr, *btnSettings = nullptr;
+  QWidget *picScoreFrame = nullptr, *picWeightingFrame = nullptr, *picRatingFrame = nullptr;
+  QLabel *lblScores = nullptr, *lblWeightings = nullptr, *lblRatings = nullptr;
+  GraphicalButton *btnToggleScore = nullptr, *btnToggleWeightings = nullptr, *btnToggleRatings = nullptr;
+  GraphicalButton *btnAddAttribute = nullptr, *btnRemoveAttribute = nullptr;
+  GraphicalButton *btnAddOption = nullptr, *btnRemoveOption = nullptr;
+  QWidget* shpHighlight = nullptr;
+  QWidget* imgResizeTab = nullptr;
+  QWidget* picMask = nullptr;
+  QLabel* lblLoading = nullptr;
+
+  std::vector<QLabel*> lblScoreTitle, lblScore, lblAttribute, lblWeighting, lblOption, lblRating;
+  std::vector<ctlSlider*> sliderScore, sliderWeighting, sliderRating;
+};
+
+}  // namespace tarvelin
