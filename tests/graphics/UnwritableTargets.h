@@ -23,36 +23,26 @@ inline bool PermissionsAreIgnored() {
   return geteuid() == 0;
 }
 
-// Sets the case up in a fresh folder, runs Write on its target and checks that it raised a TarvelinError,
-// that what stood there before is unchanged and that no stray file was left. Returns the error's description.
+// Sets the case up in a fresh folder, runs Write on its target and checks that it raised a TarvelinError and
+// that the folder holds exactly what it held before. Returns the error's description.
 inline std::string ExpectWriteFailsCleanly(UnwritableTarget Case,
                                            const std::function<void(const std::string&)>& Write) {
   namespace fs = std::filesystem;
   TempFolder folder;
   const fs::path old = folder.Path() / "old";
-  std::string target;
-  switch (Case) {
-    case UnwritableTarget::MissingFolder:
-      target = (folder.Path() / "missing" / "shot").string();
-      break;
-    case UnwritableTarget::FileInPlaceOfFolder:
-      WriteBytes(old.string(), "old contents");
-      target = (old / "shot").string();
-      break;
-    case UnwritableTarget::FolderInPlaceOfFile:
-      fs::create_directory(old);
-      target = old.string();
-      break;
-    case UnwritableTarget::ReadOnlyFolder:
-      fs::create_directory(old);
-      WriteBytes((old / "shot").string(), "old contents");
-      fs::permissions(old, fs::perms::owner_read | fs::perms::owner_exec);
-      target = (old / "shot").string();
-      break;
+  if (Case == UnwritableTarget::FileInPlaceOfFolder) {
+    WriteBytes(old.string(), "old contents");
+  } else if (Case != UnwritableTarget::MissingFolder) {
+    fs::create_directory(old);
   }
+  if (Case == UnwritableTarget::ReadOnlyFolder) {
+    WriteBytes((old / "shot").string(), "old contents");
+    fs::permissions(old, fs::perms::owner_read | fs::perms::owner_exec);
+  }
+  const fs::path target = Case == UnwritableTarget::FolderInPlaceOfFile ? old : old / "shot";
   std::string description;
   try {
-    Write(target);
+    Write(target.string());
     ADD_FAILURE() << "writing " << target << " raised no error";
   } catch (const TarvelinError& error) {
     description = error.Description();
@@ -64,10 +54,8 @@ inline std::string ExpectWriteFailsCleanly(UnwritableTarget Case,
       EXPECT_EQ(ReadBytes(entry.path().string()), "old contents") << entry.path();
     }
   }
-  const size_t expected = Case == UnwritableTarget::MissingFolder    ? 0
-                          : Case == UnwritableTarget::ReadOnlyFolder ? 2
-                                                                     : 1;
-  EXPECT_EQ(entries, expected) << "stray or missing files";
+  const size_t entriesBefore[] = {0, 1, 1, 2};  // in the order of UnwritableTarget
+  EXPECT_EQ(entries, entriesBefore[static_cast<size_t>(Case)]) << "stray or missing files";
   return description;
 }
 

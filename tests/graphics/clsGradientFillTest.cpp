@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <vector>
 
 #include "graphics/PictureTestHelpers.h"
 #include "graphics/cDIBSection.h"
@@ -55,23 +57,6 @@ TEST(clsGradientFillVertexColour, MovesEachByteIntoTheHighByteOfItsComponent) {
   }
 }
 
-TEST(clsGradientFillRec, RampsLinearlyFromTheFirstEdgeToJustShortOfTheSecond) {
-  const uint32_t from = 0xFFEFDF;
-  const uint32_t to = 0x102080;
-  for (const bool vertical : {false, true}) {
-    cDIBSection picture = Blank(7, 5);
-    clsGradientFill().GradientFillRec(picture, from, to, vertical);
-    const int64_t length = vertical ? 5 : 7;
-    for (int32_t y = 0; y < 5; ++y) {
-      for (int32_t x = 0; x < 7; ++x) {
-        const int64_t position = vertical ? y : x;
-        EXPECT_EQ(PixelAt(picture, x, y), Mix<2>({from, to}, {length - position, position}, length))
-            << "vertical " << vertical << " at " << x << "," << y;
-      }
-    }
-  }
-}
-
 // The four-corner gradient against barycentric weights computed directly from the two triangles
 // (top-left, top-right, bottom-right) and (top-left, bottom-right, bottom-left).
 uint32_t FourCornerReference(const std::array<uint32_t, 4>& Corners, int64_t W, int64_t H, int64_t X, int64_t Y) {
@@ -83,58 +68,69 @@ uint32_t FourCornerReference(const std::array<uint32_t, 4>& Corners, int64_t W, 
 }
 
 TEST(clsGradientFillTri, MatchesBarycentricInterpolationOfBothTriangles) {
-  const std::array<uint32_t, 4> corners = {0xFFEFDF, 0x00FF00, 0x8080FF, 0x123456};  // tl, tr, br, bl
+  const std::array<uint32_t, 4> mixed = {0xFFEFDF, 0x00FF00, 0x8080FF, 0x123456};  // tl, tr, br, bl
+  const std::array<uint32_t, 4> flat = {0xFFEFDF, 0xFFEFDF, 0xFFEFDF, 0xFFEFDF};
   const struct {
+    std::array<uint32_t, 4> Corners;
     int32_t Width, Height, Stride;  // Stride: check every Stride-th pixel of big pictures
-  } sizes[] = {{9, 6, 1}, {5, 13, 1}, {1920, 1080, 37}};
-  for (const auto& size : sizes) {
-    cDIBSection picture = Blank(size.Width, size.Height);
-    clsGradientFill().GradientFillTri(picture, corners[0], corners[1], corners[2], corners[3]);
-    EXPECT_EQ(PixelAt(picture, 0, 0), corners[0]);
-    for (int32_t y = 0; y < size.Height; y += size.Stride) {
-      for (int32_t x = 0; x < size.Width; x += size.Stride) {
-        ASSERT_EQ(PixelAt(picture, x, y), FourCornerReference(corners, size.Width, size.Height, x, y))
-            << size.Width << "x" << size.Height << " at " << x << "," << y;
+  } cases[] = {{mixed, 9, 6, 1}, {mixed, 5, 13, 1}, {mixed, 1920, 1080, 37}, {flat, 333, 77, 1}};
+  for (const auto& c : cases) {
+    cDIBSection picture = Blank(c.Width, c.Height);
+    clsGradientFill().GradientFillTri(picture, c.Corners[0], c.Corners[1], c.Corners[2], c.Corners[3]);
+    EXPECT_EQ(PixelAt(picture, 0, 0), c.Corners[0]);
+    for (int32_t y = 0; y < c.Height; y += c.Stride) {
+      for (int32_t x = 0; x < c.Width; x += c.Stride) {
+        ASSERT_EQ(PixelAt(picture, x, y), FourCornerReference(c.Corners, c.Width, c.Height, x, y))
+            << c.Width << "x" << c.Height << " at " << x << "," << y;
       }
     }
   }
 }
 
-TEST(clsGradientFillTri, OneColourEverywhereStaysExactlyThatColour) {
-  cDIBSection picture = Blank(333, 77);
-  clsGradientFill().GradientFillTri(picture, 0xFFEFDF, 0xFFEFDF, 0xFFEFDF, 0xFFEFDF);
-  for (int32_t y = 0; y < 77; ++y) {
-    for (int32_t x = 0; x < 333; ++x) {
-      ASSERT_EQ(PixelAt(picture, x, y), 0xFFEFDFu) << x << "," << y;
+// A straight ramp from FromColour at position From to ToColour at To (exclusive) along a gradient's direction.
+struct Ramp {
+  int64_t From, To;
+  uint32_t FromColour, ToColour;
+};
+
+uint32_t RampReference(const std::vector<Ramp>& Ramps, int64_t Along) {
+  for (const Ramp& r : Ramps) {
+    if (Along >= r.From && Along < r.To) {
+      return Mix<2>({r.FromColour, r.ToColour}, {r.To - Along, Along - r.From}, r.To - r.From);
     }
   }
+  return 0;
 }
 
-TEST(clsGradientFillTube, PutsColourOneAtTheEndsAndColourTwoAlongTheMiddle) {
-  const uint32_t ends = 0x2040FF;
-  const uint32_t middle = 0xE0D0C0;
+TEST(clsGradientFillRectangles, RampLinearlyFromTheirVerticesAlongTheirDirection) {
+  const uint32_t a = 0xFFEFDF;
+  const uint32_t b = 0x102080;
+  const int64_t length = 11;
+  const int64_t half = 5;
   for (const bool vertical : {false, true}) {
-    for (const bool extraWide : {false, true}) {
-      const int32_t width = vertical ? 4 : 11;
-      const int32_t height = vertical ? 11 : 4;
-      cDIBSection picture = Blank(width, height);
-      clsGradientFill().DrawGradientTube(picture, ends, middle, extraWide, vertical);
-      const int64_t length = 11;
-      const int64_t half = 5;
-      const int64_t beyond = extraWide ? length : 0;
-      for (int64_t along = 0; along < length; ++along) {
-        const uint32_t expected =
-            along < half ? Mix<2>({ends, middle}, {half - along, along + beyond}, half + beyond)
-                         : Mix<2>({middle, ends}, {length + beyond - along, along - half}, length + beyond - half);
+    const clsGradientFill gradient;
+    const struct {
+      const char* Name;
+      std::function<void(cDIBSection&)> Draw;
+      std::vector<Ramp> Ramps;
+    } cases[] = {
+        {"rectangle", [&](cDIBSection& p) { gradient.GradientFillRec(p, a, b, vertical); }, {{0, length, a, b}}},
+        {"tube",
+         [&](cDIBSection& p) { gradient.DrawGradientTube(p, a, b, false, vertical); },
+         {{0, half, a, b}, {half, length, b, a}}},
+        {"extra wide tube",
+         [&](cDIBSection& p) { gradient.DrawGradientTube(p, a, b, true, vertical); },
+         {{-length, half, a, b}, {half, 2 * length, b, a}}}};
+    for (const auto& c : cases) {
+      cDIBSection picture = Blank(vertical ? 4 : 11, vertical ? 11 : 4);
+      c.Draw(picture);
+      for (int32_t along = 0; along < length; ++along) {
         for (int32_t across = 0; across < 4; ++across) {
-          const auto x = static_cast<int32_t>(vertical ? across : along);
-          const auto y = static_cast<int32_t>(vertical ? along : across);
-          EXPECT_EQ(PixelAt(picture, x, y), expected)
-              << "vertical " << vertical << " extra wide " << extraWide << " at " << along;
+          EXPECT_EQ(PixelAt(picture, vertical ? across : along, vertical ? along : across),
+                    RampReference(c.Ramps, along))
+              << c.Name << (vertical ? " top to bottom" : " left to right") << " at " << along;
         }
       }
-      EXPECT_EQ(PixelAt(picture, vertical ? 0 : 5, vertical ? 5 : 0), middle);
-      EXPECT_EQ(PixelAt(picture, 0, 0) == ends, !extraWide);
     }
   }
 }
@@ -145,24 +141,18 @@ TEST(clsGradientFillMode, ModeZeroAndEmptyPicturesDrawNothing) {
   unavailable.GradientFillTri(picture, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF);
   unavailable.GradientFillRec(picture, 0xFFFFFF, 0xFFFFFF, true);
   unavailable.DrawGradientTube(picture, 0xFFFFFF, 0xFFFFFF, true, false);
-  for (int32_t y = 0; y < 4; ++y) {
-    for (int32_t x = 0; x < 6; ++x) {
-      EXPECT_EQ(PixelAt(picture, x, y), 0u);
-    }
-  }
+  EXPECT_EQ(PixelAt(picture, 0, 0) | PixelAt(picture, 5, 3), 0u);
 
   const clsGradientFill available;
-  EXPECT_NE(available.GradientMode(), GradientModeUnavailable);
-  for (const auto& size : {std::array{0, 0}, std::array{0, 3}, std::array{3, 0}}) {
-    cDIBSection empty = Blank(size[0], size[1]);
-    available.GradientFillTri(empty, 1, 2, 3, 4);
-    available.GradientFillRec(empty, 1, 2, false);
-    available.DrawGradientTube(empty, 1, 2, true, true);
-    EXPECT_EQ(empty.DIBSectionBitsPtr(), nullptr);
+  for (const auto& [width, height] : {std::array{0, 0}, std::array{0, 3}, std::array{3, 0}, std::array{1, 1}}) {
+    cDIBSection small = Blank(width, height);
+    available.DrawGradientTube(small, 1, 2, true, true);
+    available.GradientFillRec(small, 1, 2, false);
+    available.GradientFillTri(small, 0x010203, 2, 3, 4);
+    if (width == 1) {
+      EXPECT_EQ(PixelAt(small, 0, 0), 0x010203u);
+    }
   }
-  cDIBSection single = Blank(1, 1);
-  available.GradientFillTri(single, 0x010203, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF);
-  EXPECT_EQ(PixelAt(single, 0, 0), 0x010203u);
 }
 
 }  // namespace
