@@ -18,12 +18,12 @@ Channels ChannelsOf(const TriVertex& Vertex) {
   return {Vertex.Blue / 256.0, Vertex.Green / 256.0, Vertex.Red / 256.0};
 }
 
-// One channel along a run of pixels, in byte units as fixed point with 40 fraction bits. The start is raised
-// by more than the rounding of all the steps together, so a run never falls below the exact value (a flat
-// gradient stays exactly its colour) and never rises more than a few billionths above it.
 constexpr int kFractionBits = 40;
 constexpr double kFixedOne = static_cast<double>(int64_t{1} << kFractionBits);
 
+// One channel along a run of pixels, in byte units as fixed point with 40 fraction bits. The start is raised
+// by more than the rounding of all the steps together, so a run never falls below the exact value (a flat
+// gradient stays exactly its colour) and never rises more than a few billionths above it.
 struct ChannelRamp {
   int64_t Value;
   int64_t Step;
