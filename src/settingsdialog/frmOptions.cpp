@@ -1,0 +1,503 @@
+#include "settingsdialog/frmOptions.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QEventLoop>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRadioButton>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "mainwindow/GraphicalButton.h"
+#include "mainwindow/modColours.h"
+#include "mainwindow/modDecoration.h"
+#include "settingsdialog/modOptionRules.h"
+#include "startup/modStartup.h"
+
+namespace tarvelin {
+
+namespace {
+
+constexpr int FontPointSize = 10;
+constexpr int CountFieldWidth = 56;
+constexpr int TitleFieldWidth = 260;
+constexpr int MinimumButtonWidth = 96;
+constexpr qreal TabCornerRadius = 6;
+constexpr int UnselectedTabDrop = 3;  // unselected tabs stand a little lower than the selected one
+
+const QColor UnselectedTabFill(224, 236, 248);
+const QColor HoveredTabFill(241, 248, 254);
+const QColor SelectedTabText(0, 0, 0);
+const QColor UnselectedTabText(72, 84, 100);
+
+QFont BoldFont(QFont Font, int PointSize) {
+  Font.setBold(true);
+  Font.setPointSize(PointSize);
+  return Font;
+}
+
+// The outline of a tab: its two sides and its rounded top, open at the bottom where it meets the page.
+QPainterPath TabOutline(const QRectF& Box) {
+  const qreal diameter = 2 * TabCornerRadius;
+  QPainterPath outline;
+  outline.moveTo(Box.bottomLeft());
+  outline.lineTo(Box.left(), Box.top() + TabCornerRadius);
+  outline.arcTo(QRectF(Box.left(), Box.top(), diameter, diameter), 180, -90);
+  outline.lineTo(Box.right() - TabCornerRadius, Box.top());
+  outline.arcTo(QRectF(Box.right() - diameter, Box.top(), diameter, diameter), 90, -90);
+  outline.lineTo(Box.bottomRight());
+  return outline;
+}
+
+}  // namespace
+
+frmOptions::frmOptions(bool ForNewTopic, std::function<bool()> LoadTopic, QWidget* parent)
+    : QDialog(parent), forNewTopic_(ForNewTopic), loadTopic_(std::move(LoadTopic)) {
+  setObjectName("frmOptions");
+  setWindowTitle(QString::fromStdString(Program().AppTitle + " Settings"));
+  setFont(QFont("Comic Sans MS", FontPointSize));
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->setContentsMargins(14, 12, 14, 14);
+  layout->setSpacing(0);
+  layout->addWidget(pBuildTabStrip());
+
+  picPageFrame_ = new QWidget(this);
+  picPageFrame_->setObjectName("picPageFrame");
+  auto* frameLayout = new QVBoxLayout(picPageFrame_);
+  frameLayout->setContentsMargins(20, 16, 20, 18);
+  pages_ = new QStackedWidget(picPageFrame_);
+  pages_->addWidget(pBuildTopicPage());
+  pages_->addWidget(pBuildPreferencesPage());
+  pages_->addWidget(pBuildAboutPage());
+  frameLayout->addWidget(pages_);
+  layout->addWidget(picPageFrame_);
+
+  layout->addSpacing(12);
+  layout->addWidget(pBuildButtonRow());
+  pSelectTab(0);
+}
+
+frmOptions::~frmOptions() {
+  pRemoveHooks();
+}
+
+QLabel* frmOptions::pNewLabel(const QString& Name, const QString& Caption, QWidget* Parent) {
+  auto* label = new QLabel(Caption, Parent);
+  label->setObjectName(Name);
+  return label;
+}
+
+QLabel* frmOptions::pNewHeading(const QString& Caption, QWidget* Parent) {
+  auto* heading = new QLabel(Caption, Parent);
+  heading->setFont(BoldFont(font(), FontPointSize));
+  return heading;
+}
+
+QLineEdit* frmOptions::pNewField(const QString& Name, QWidget* Parent) {
+  auto* field = new QLineEdit(Parent);
+  field->setObjectName(Name);
+  field->installEventFilter(this);
+  return field;
+}
+
+// A check box or option button with its caption in a label beside it; a click on the label clicks the control.
+QWidget* frmOptions::pNewChoice(QAbstractButton* Control, const QString& LabelName, const QString& Caption,
+                                QWidget* Parent) {
+  auto* choice = new QWidget(Parent);
+  choice->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  auto* row = new QHBoxLayout(choice);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(4);
+  QLabel* label = pNewLabel(LabelName, Caption, choice);
+  label->installEventFilter(this);
+  labelTargets_.emplace_back(label, Control);
+  row->addWidget(Control);
+  row->addWidget(label);
+  return choice;
+}
+
+QWidget* frmOptions::pBuildTabStrip() {
+  imgTabBackground_ = new QWidget(this);
+  imgTabBackground_->setObjectName("imgTabBackground");
+  auto* row = new QHBoxLayout(imgTabBackground_);
+  row->setContentsMargins(12, 0, 12, 0);
+  row->setSpacing(2);
+  const std::array<QString, TabCount> captions{"Topic", "Preferences", "About"};
+  for (int index = 0; index < TabCount; ++index) {
+    QLabel* tab = pNewLabel(QString("lblTabText_%1").arg(index), captions[index], imgTabBackground_);
+    tab->setAlignment(Qt::AlignCenter);
+    tab->setContentsMargins(16, 5, 16, 4);
+    tab->setCursor(Qt::PointingHandCursor);
+    tab->installEventFilter(this);
+    row->addWidget(tab);
+    lblTabText_[index] = tab;
+  }
+  row->addStretch();
+  return imgTabBackground_;
+}
+
+QWidget* frmOptions::pBuildTopicPage() {
+  auto* page = new QWidget;
+  page->setObjectName("pageTopic");
+  auto* grid = new QGridLayout(page);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(14);
+  grid->setVerticalSpacing(8);
+  grid->addWidget(pNewHeading("Topic Settings:", page), 0, 0, 1, 2);
+
+  txtTitle_ = pNewField("txtTitle", page);
+  txtTitle_->setMinimumWidth(TitleFieldWidth);
+  txtOptionCount_ = pNewField("txtOptionCount", page);
+  txtAttributeCount_ = pNewField("txtAttributeCount", page);
+  grid->addWidget(pNewLabel("lblTitleCaption", "Topic Title", page), 1, 0);
+  grid->addWidget(txtTitle_, 1, 1);
+  grid->addWidget(pNewLabel("lblOptionCountCaption", "No. Of Options", page), 2, 0);
+  grid->addWidget(pNewLabel("lblAttributeCountCaption", "No. Of Attributes", page), 3, 0);
+  for (QLineEdit* count : {txtOptionCount_, txtAttributeCount_}) {
+    count->setFixedWidth(CountFieldWidth);
+    count->setAlignment(Qt::AlignRight);
+  }
+  grid->addWidget(txtOptionCount_, 2, 1, Qt::AlignLeft);
+  grid->addWidget(txtAttributeCount_, 3, 1, Qt::AlignLeft);
+
+  auto* typeGroup = new QButtonGroup(page);
+  auto* typeRow = new QHBoxLayout;
+  typeRow->setSpacing(18);
+  const std::array<QString, 2> typeCaptions{"Negative Attributes", "Positive Attributes"};
+  for (int index = 0; index < 2; ++index) {
+    optWeightingType_[index] = new QRadioButton;
+    optWeightingType_[index]->setObjectName(QString("optWeightingType_%1").arg(index));
+    typeGroup->addButton(optWeightingType_[index]);
+    typeRow->addWidget(
+        pNewChoice(optWeightingType_[index], QString("lblWeightingType_%1").arg(index), typeCaptions[index], page));
+  }
+  typeRow->addStretch();
+  grid->setRowMinimumHeight(4, 4);
+  grid->addWidget(pNewLabel("lblWeightingTypeCaption", "Weighting Type", page), 5, 0);
+  grid->addLayout(typeRow, 5, 1);
+
+  chkNormaliseWeights_ = new QCheckBox;
+  chkNormaliseWeights_->setObjectName("chkNormaliseWeights");
+  grid->addWidget(pNewChoice(chkNormaliseWeights_, "lblNormaliseWeights", "Normalise Weights?", page), 6, 1);
+  grid->setRowStretch(7, 1);
+  return page;
+}
+
+QWidget* frmOptions::pBuildPreferencesPage() {
+  auto* page = new QWidget;
+  page->setObjectName("pagePreferences");
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(8);
+  column->addWidget(pNewHeading("Display Settings:", page));
+
+  auto* rangeGroup = new QButtonGroup(page);
+  auto* rangeRow = new QHBoxLayout;
+  rangeRow->setContentsMargins(14, 0, 0, 0);
+  rangeRow->setSpacing(18);
+  const std::array<QString, 2> rangeCaptions{"Decimals", "Percentages"};
+  for (int index = 0; index < 2; ++index) {
+    optRange_[index] = new QRadioButton;
+    optRange_[index]->setObjectName(QString("optRange_%1").arg(index));
+    rangeGroup->addButton(optRange_[index]);
+    rangeRow->addWidget(pNewChoice(optRange_[index], QString("lblRange_%1").arg(index), rangeCaptions[index], page));
+  }
+  rangeRow->addStretch();
+  column->addLayout(rangeRow);
+
+  column->addSpacing(10);
+  column->addWidget(pNewHeading("Program Settings:", page));
+  chkShowSettingsOnNew_ = new QCheckBox;
+  chkShowSettingsOnNew_->setObjectName("chkShowSettingsOnNew");
+  QWidget* showOnNew =
+      pNewChoice(chkShowSettingsOnNew_, "lblShowSettingsOnNew", "Show settings when starting a new topic?", page);
+  showOnNew->setContentsMargins(14, 0, 0, 0);
+  column->addWidget(showOnNew);
+  column->addStretch();
+  return page;
+}
+
+QWidget* frmOptions::pBuildAboutPage() {
+  auto* page = new QWidget;
+  page->setObjectName("pageAbout");
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(10);
+  QLabel* title = pNewLabel("lblAboutTitle", QString("Tarvelin v") + TARVELIN_VERSION, page);
+  title->setFont(BoldFont(font(), FontPointSize + 6));
+  column->addWidget(title);
+  QLabel* text = pNewLabel("lblAboutText",
+                           "Weigh up a decision: list the options, say which attributes matter and how much, "
+                           "rate every option on every attribute, and see which option comes out best.",
+                           page);
+  text->setWordWrap(true);
+  column->addWidget(text);
+  column->addStretch();
+  return page;
+}
+
+QWidget* frmOptions::pBuildButtonRow() {
+  auto* buttons = new QWidget(this);
+  auto* row = new QHBoxLayout(buttons);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(8);
+  row->addStretch();
+  btnOk_ = new GraphicalButton("OK", ButtonPicture::Ok, buttons);
+  btnOk_->setObjectName("btnOk");
+  btnCancel_ = new GraphicalButton(forNewTopic_ ? "Load Topic" : "Cancel",
+                                   forNewTopic_ ? ButtonPicture::Load : ButtonPicture::Cancel, buttons);
+  btnCancel_->setObjectName("btnCancel");
+  const int width = std::max({MinimumButtonWidth, btnOk_->sizeHint().width(), btnCancel_->sizeHint().width()});
+  for (GraphicalButton* button : {btnOk_, btnCancel_}) {
+    button->setFixedWidth(width);
+    row->addWidget(button);
+  }
+  connect(btnOk_, &QAbstractButton::clicked, this, &frmOptions::btnOk_Click);
+  connect(btnCancel_, &QAbstractButton::clicked, this, &frmOptions::btnCancel_Click);
+  return buttons;
+}
+
+OptionsOutcome frmOptions::ShowModal() {
+  // A loop of our own rather than exec(): QDialog ends exec() as soon as the dialog is hidden, and the
+  // open-topic command hides it while a file is read, expecting it back if the file does not load.
+  setWindowModality(Qt::ApplicationModal);
+  QEventLoop loop;
+  connect(this, &QDialog::finished, &loop, &QEventLoop::quit);
+  show();
+  loop.exec(QEventLoop::DialogExec);
+  return outcome_;
+}
+
+void frmOptions::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (!filled_) {
+    filled_ = true;
+    pFillControls();
+    pInstallHooks();
+  }
+}
+
+void frmOptions::pFillControls() {
+  const ProgramState& program = Program();
+  const TarvelinTopic& topic = *program.Topic;
+  txtTitle_->setText(QString::fromStdString(topic.Name()));
+  txtOptionCount_->setText(QString::number(topic.TotalOptions()));
+  txtAttributeCount_->setText(QString::number(topic.TotalAttributes()));
+  optWeightingType_[topic.InvertWeights() ? 0 : 1]->setChecked(true);
+  chkNormaliseWeights_->setChecked(topic.NormaliseWeights());
+  optRange_[program.DisplayAsDecimal ? 0 : 1]->setChecked(true);
+  chkShowSettingsOnNew_->setChecked(program.ShowSettingsOnNew);
+}
+
+int16_t frmOptions::pCountOf(const QLineEdit* Field) const {
+  const ProgramState& program = Program();
+  const bool options = Field == txtOptionCount_;
+  return CountFromFieldText(Field->text().toStdString(),
+                            options ? program.Topic->TotalOptions() : program.Topic->TotalAttributes(),
+                            options ? program.MaxOptions : program.MaxAttributes);
+}
+
+std::string frmOptions::pTitleOf() const {
+  return TitleFromFieldText(txtTitle_->text().toStdString(), Program().Topic->Name());
+}
+
+// Shows what a field stands for once it is left, so that the person sees the value OK would apply.
+void frmOptions::pTidyField(QLineEdit* Field) const {
+  const QString tidy = Field == txtTitle_ ? QString::fromStdString(pTitleOf()) : QString::number(pCountOf(Field));
+  if (Field->text() != tidy) {
+    Field->setText(tidy);
+  }
+}
+
+void frmOptions::pApply() {
+  ProgramState& program = Program();
+  TarvelinTopic& topic = *program.Topic;
+  const std::string title = pTitleOf();
+  const bool invert = optWeightingType_[0]->isChecked();
+  const int16_t options = pCountOf(txtOptionCount_);
+  const int16_t attributes = pCountOf(txtAttributeCount_);
+  const bool countsChanged = options != topic.TotalOptions() || attributes != topic.TotalAttributes();
+  // Normalisation and the preferences are not saved with the topic, so changing only them leaves it unchanged.
+  if (!program.Modified && (countsChanged || title != topic.Name() || invert != topic.InvertWeights())) {
+    SetModified();
+  }
+  topic.SetName(title);
+  topic.SetInvertWeights(invert);
+  topic.SetTotalOptions(options);
+  topic.SetTotalAttributes(attributes);
+  program.DisplayAsDecimal = optRange_[0]->isChecked();
+  topic.SetNormaliseWeights(chkNormaliseWeights_->isChecked());
+  program.ShowSettingsOnNew = chkShowSettingsOnNew_->isChecked();
+  outcome_.CountsChanged = countsChanged;
+}
+
+void frmOptions::btnOk_Click() {
+  pApply();
+  outcome_.Result = OptionsOutcome::Result::Applied;
+  accept();
+}
+
+void frmOptions::btnCancel_Click() {
+  if (!forNewTopic_) {
+    QDialog::reject();
+    return;
+  }
+  if (loadTopic_ && loadTopic_()) {
+    outcome_.Result = OptionsOutcome::Result::TopicLoaded;
+    done(QDialog::Rejected);
+    return;
+  }
+  if (!isVisible()) {
+    pShowAgain();
+  }
+}
+
+void frmOptions::reject() {
+  if (forNewTopic_) {
+    btnOk_Click();
+  } else {
+    QDialog::reject();
+  }
+}
+
+void frmOptions::done(int ResultCode) {
+  pRemoveHooks();
+  QDialog::done(ResultCode);
+}
+
+void frmOptions::pInstallHooks() {
+  Program().SettingsDialogHide = [this] { hide(); };
+  Program().SettingsDialogShow = [this] { pShowAgain(); };
+  hooked_ = true;
+}
+
+void frmOptions::pRemoveHooks() {
+  if (hooked_) {
+    Program().SettingsDialogHide = nullptr;
+    Program().SettingsDialogShow = nullptr;
+    hooked_ = false;
+  }
+}
+
+void frmOptions::pShowAgain() {
+  show();
+  raise();
+  activateWindow();
+}
+
+bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
+  auto* field = qobject_cast<QLineEdit*>(watched);
+  switch (event->type()) {
+    case QEvent::FocusIn:
+      if (field != nullptr) {
+        // Deferred, because a click that brings the focus puts the cursor where it landed afterwards.
+        QTimer::singleShot(0, field, &QLineEdit::selectAll);
+      }
+      break;
+    case QEvent::FocusOut:
+      if (field != nullptr) {
+        pTidyField(field);
+      }
+      break;
+    case QEvent::MouseButtonRelease: {
+      const auto* mouse = static_cast<QMouseEvent*>(event);
+      const auto* widget = qobject_cast<QWidget*>(watched);
+      if (mouse->button() == Qt::LeftButton && widget != nullptr &&
+          widget->rect().contains(mouse->position().toPoint()) && pLabelClicked(watched)) {
+        return true;
+      }
+      break;
+    }
+    case QEvent::Enter:
+    case QEvent::Leave: {
+      const auto tab = std::find(lblTabText_.begin(), lblTabText_.end(), watched);
+      if (tab != lblTabText_.end()) {
+        hoveredTab_ = event->type() == QEvent::Enter ? static_cast<int>(tab - lblTabText_.begin()) : -1;
+        update();
+      }
+      break;
+    }
+    default:
+      break;
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+bool frmOptions::pLabelClicked(QObject* watched) {
+  const auto tab = std::find(lblTabText_.begin(), lblTabText_.end(), watched);
+  if (tab != lblTabText_.end()) {
+    pSelectTab(static_cast<int>(tab - lblTabText_.begin()));
+    return true;
+  }
+  for (const auto& [label, control] : labelTargets_) {
+    if (label == watched) {
+      control->click();
+      return true;
+    }
+  }
+  return false;
+}
+
+void frmOptions::pSelectTab(int Index) {
+  pages_->setCurrentIndex(Index);
+  for (int index = 0; index < TabCount; ++index) {
+    QPalette colours = lblTabText_[index]->palette();
+    colours.setColor(QPalette::WindowText, index == Index ? SelectedTabText : UnselectedTabText);
+    lblTabText_[index]->setPalette(colours);
+  }
+  update();
+}
+
+QRect frmOptions::pTabRect(int Index) const {
+  const QLabel* tab = lblTabText_[Index];
+  return QRect(tab->mapTo(this, QPoint(0, 0)), tab->size());
+}
+
+QRect frmOptions::pPanelRect() const {
+  return picPageFrame_->geometry();
+}
+
+void frmOptions::pPaintTab(QPainter& Painter, int Index) const {
+  const bool selected = Index == pages_->currentIndex();
+  // The selected tab reaches one pixel further down, over the page's border, so that it opens into the page.
+  const QRectF box =
+      QRectF(pTabRect(Index)).adjusted(0.5, selected ? 0.5 : UnselectedTabDrop + 0.5, -0.5, selected ? 1 : 0);
+  const QPainterPath outline = TabOutline(box);
+  const QColor fill = selected               ? ColourFromColorref(Palette::PanelFirst)
+                      : Index == hoveredTab_ ? HoveredTabFill
+                                             : UnselectedTabFill;
+  Painter.fillPath(outline, fill);
+  Painter.strokePath(outline, QPen(ColourFromColorref(Palette::PanelBorder), 1));
+}
+
+void frmOptions::paintEvent(QPaintEvent*) {
+  const QRect panel = pPanelRect();
+  const qreal ratio = devicePixelRatioF();
+  if (decoration_.isNull() || decoration_.deviceIndependentSize().toSize() != size() ||
+      decoration_.devicePixelRatio() != ratio || decorationPanel_ != panel) {
+    decoration_ = PaintWindowDecoration(size(), ratio, panel, QRect(), QRect());
+    decorationPanel_ = panel;
+  }
+  QPainter painter(this);
+  painter.drawImage(QPoint(0, 0), decoration_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const int current = pages_->currentIndex();
+  for (int index = 0; index < TabCount; ++index) {
+    if (index != current) {
+      pPaintTab(painter, index);
+    }
+  }
+  pPaintTab(painter, current);
+}
+
+}  // namespace tarvelin
