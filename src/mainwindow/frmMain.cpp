@@ -752,18 +752,27 @@ void frmMain::imgResizeTab_MouseDown() {
   }
 }
 
+// The layout runs several times while a topic is loaded; the decoration only changes with the geometry, so
+// an unchanged geometry keeps the image already built.
 void frmMain::RepaintGradients() {
-  const qreal ratio = devicePixelRatioF();
-  persistentImage_ = PaintWindowDecoration(client_->size(), ratio, picScoreFrame->geometry(),
-                                           picWeightingFrame->geometry(), picRatingFrame->geometry());
+  const DecorationGeometry geometry{client_->size(), devicePixelRatioF(), picScoreFrame->geometry(),
+                                    picWeightingFrame->geometry(), picRatingFrame->geometry()};
+  if (geometry == decorationGeometry_ && !persistentImage_.isNull()) {
+    return;
+  }
+  decorationGeometry_ = geometry;
+  persistentImage_ = PaintWindowDecoration(geometry.Client, geometry.PixelRatio, geometry.ScorePanel,
+                                           geometry.WeightingPanel, geometry.RatingPanel);
   client_->update();
 }
 
 void frmMain::HLine(int16_t Y, uint32_t Colour) {
+  decorationGeometry_ = {};
   DrawLine(persistentImage_, QLine(0, Y, client_->width(), Y), Colour);
 }
 
 void frmMain::VLine(int16_t X, uint32_t Colour) {
+  decorationGeometry_ = {};
   DrawLine(persistentImage_, QLine(X, 0, X, client_->height()), Colour);
 }
 

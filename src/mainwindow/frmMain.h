@@ -122,6 +122,13 @@ class frmMain final : public QWidget {
   QScrollArea* scrollArea_ = nullptr;
   ClientArea* client_ = nullptr;
   QImage persistentImage_;
+  // What the persistent image was built for.
+  struct DecorationGeometry {
+    QSize Client;
+    qreal PixelRatio = 0;
+    QRect ScorePanel, WeightingPanel, RatingPanel;
+    bool operator==(const DecorationGeometry&) const = default;
+  } decorationGeometry_;
 
   QLabel* lblTitle = nullptr;
   GraphicalButton *btnNew = nullptr, *btnLoad = nullptr, *btnSave = nullptr, *btnSettings = nullptr;
