@@ -1,0 +1,456 @@
+#include "startup/cRegistryHive.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "util/libmodGenericTextFunctions.h"
+
+namespace tarvelin {
+
+namespace {
+
+constexpr std::string_view Header = "Windows Registry Editor Version 5.00";
+constexpr std::string_view OlderHeader = "REGEDIT4";
+constexpr std::string_view LineEnd = "\r\n";
+
+std::string_view TrimSpace(std::string_view Text) {
+  const size_t first = Text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) {
+    return {};
+  }
+  return Text.substr(first, Text.find_last_not_of(" \t") - first + 1);
+}
+
+bool StartsWithIgnoreCase(std::string_view Text, std::string_view Prefix) {
+  return Text.size() >= Prefix.size() && EqualsIgnoreCase(Text.substr(0, Prefix.size()), Prefix);
+}
+
+bool HasLineBreak(std::string_view Text) {
+  return Text.find_first_of("\r\n") != std::string_view::npos;
+}
+
+// A key path without trailing separators; nothing when a part is empty or holds a line break.
+std::optional<std::string> CanonicalPath(std::string_view Section) {
+  while (!Section.empty() && Section.back() == '\\') {
+    Section.remove_suffix(1);
+  }
+  size_t start = 0;
+  while (start < Section.size()) {
+    const size_t end = std::min(Section.find('\\', start), Section.size());
+    const std::string_view part = Section.substr(start, end - start);
+    if (part.empty() || HasLineBreak(part)) {
+      return std::nullopt;
+    }
+    start = end + 1;
+  }
+  return std::string(Section);
+}
+
+std::string_view ParentOf(std::string_view Path) {
+  const size_t separator = Path.rfind('\\');
+  return separator == std::string_view::npos ? std::string_view() : Path.substr(0, separator);
+}
+
+std::string_view LastPart(std::string_view Path) {
+  const size_t separator = Path.rfind('\\');
+  return separator == std::string_view::npos ? Path : Path.substr(separator + 1);
+}
+
+int HexDigitValue(char Digit) {
+  if (Digit >= '0' && Digit <= '9') {
+    return Digit - '0';
+  }
+  if (Digit >= 'a' && Digit <= 'f') {
+    return Digit - 'a' + 10;
+  }
+  if (Digit >= 'A' && Digit <= 'F') {
+    return Digit - 'A' + 10;
+  }
+  return -1;
+}
+
+// The number written by 1 to MaxDigits hex digits and nothing else.
+std::optional<uint32_t> ParseHexNumber(std::string_view Digits, size_t MaxDigits) {
+  if (Digits.empty() || Digits.size() > MaxDigits) {
+    return std::nullopt;
+  }
+  uint32_t number = 0;
+  for (const char digit : Digits) {
+    const int value = HexDigitValue(digit);
+    if (value < 0) {
+      return std::nullopt;
+    }
+    number = (number << 4) | static_cast<uint32_t>(value);
+  }
+  return number;
+}
+
+// A quoted text starting at Text[Position], which holds the opening quote. \\ and \" are escapes; any other
+// backslash stands for itself, as hand-written paths expect. Position ends after the closing quote.
+std::optional<std::string> ReadQuoted(std::string_view Text, size_t& Position) {
+  std::string result;
+  for (++Position; Position < Text.size(); ++Position) {
+    const char character = Text[Position];
+    if (character == '"') {
+      ++Position;
+      return result;
+    }
+    const bool escape = character == '\\' && Position + 1 < Text.size();
+    if (escape && (Text[Position + 1] == '\\' || Text[Position + 1] == '"')) {
+      result += Text[++Position];
+    } else {
+      result += character;
+    }
+  }
+  return std::nullopt;
+}
+
+std::string Quoted(std::string_view Text) {
+  std::string result = "\"";
+  for (const char character : Text) {
+    if (character == '\\' || character == '"') {
+      result += '\\';
+    }
+    result += character;
+  }
+  return result + '"';
+}
+
+// Comma-separated pairs of hex digits; an empty list is no bytes, a trailing comma is damage.
+std::optional<std::string> ParseHexBytes(std::string_view List) {
+  std::string bytes;
+  if (TrimSpace(List).empty()) {
+    return bytes;
+  }
+  size_t start = 0;
+  while (start <= List.size()) {
+    const size_t end = std::min(List.find(',', start), List.size());
+    const std::string_view item = TrimSpace(List.substr(start, end - start));
+    const auto value = item.size() == 2 ? ParseHexNumber(item, 2) : std::nullopt;
+    if (!value) {
+      return std::nullopt;
+    }
+    bytes += static_cast<char>(*value);
+    start = end + 1;
+  }
+  return bytes;
+}
+
+bool IsTextType(ERegistryValueType Type) {
+  return Type == ERegistryValueType::String || Type == ERegistryValueType::ExpandString ||
+         Type == ERegistryValueType::MultiString;
+}
+
+// Text stored in hex must be whole UTF-16 units closed by a NUL; anything else is a cut list.
+bool IsWholeText(std::string_view Bytes) {
+  return Bytes.size() >= 2 && Bytes.size() % 2 == 0 && Bytes.ends_with(std::string_view("\0\0", 2));
+}
+
+std::optional<RegistryData> ParseHexData(std::string_view Data) {
+  RegistryData value{ERegistryValueType::Binary, {}};
+  std::string_view list;
+  if (StartsWithIgnoreCase(Data, "hex:")) {
+    list = Data.substr(4);
+  } else {
+    const size_t close = Data.find("):");
+    const auto type = close == std::string_view::npos ? std::nullopt : ParseHexNumber(Data.substr(4, close - 4), 8);
+    if (!type) {
+      return std::nullopt;
+    }
+    value.Type = static_cast<ERegistryValueType>(*type);
+    list = Data.substr(close + 2);
+  }
+  auto bytes = ParseHexBytes(list);
+  if (!bytes || (IsTextType(value.Type) && !IsWholeText(*bytes))) {
+    return std::nullopt;
+  }
+  value.Bytes = std::move(*bytes);
+  return value;
+}
+
+std::optional<RegistryData> ParseData(std::string_view Data) {
+  if (Data.starts_with('"')) {
+    size_t position = 0;
+    const auto text = ReadQuoted(Data, position);
+    if (!text || !TrimSpace(Data.substr(position)).empty()) {
+      return std::nullopt;
+    }
+    return RegistryDataFromText(*text);
+  }
+  if (StartsWithIgnoreCase(Data, "dword:")) {
+    const std::string_view digits = TrimSpace(Data.substr(6));
+    const auto number = digits.size() == 8 ? ParseHexNumber(digits, 8) : std::nullopt;
+    return number ? std::optional(RegistryDataFromNumber(*number)) : std::nullopt;
+  }
+  if (StartsWithIgnoreCase(Data, "hex:") || StartsWithIgnoreCase(Data, "hex(")) {
+    return ParseHexData(Data);
+  }
+  return std::nullopt;
+}
+
+std::string FormatHex(uint32_t Number, int Digits) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%0*x", Digits, static_cast<unsigned>(Number));
+  return text;
+}
+
+std::string FormatData(const RegistryData& Data) {
+  if (Data.Type == ERegistryValueType::String) {
+    const std::string text = TextFromRegistryBytes(Data.Bytes);
+    if (!HasLineBreak(text) && RegistryDataFromText(text).Bytes == Data.Bytes) {
+      return Quoted(text);
+    }
+  }
+  if (Data.Type == ERegistryValueType::DWord && Data.Bytes.size() == 4) {
+    return "dword:" + FormatHex(NumberFromRegistryBytes(Data.Bytes), 8);
+  }
+  std::string result =
+      Data.Type == ERegistryValueType::Binary ? "hex:" : "hex(" + FormatHex(static_cast<uint32_t>(Data.Type), 1) + "):";
+  for (size_t i = 0; i < Data.Bytes.size(); ++i) {
+    result += (i == 0 ? "" : ",") + FormatHex(static_cast<unsigned char>(Data.Bytes[i]), 2);
+  }
+  return result;
+}
+
+// The lines of a hive file still to be read; a hex list may continue over several of them.
+class LineCursor {
+ public:
+  explicit LineCursor(std::string_view Text) {
+    size_t start = 0;
+    while (start < Text.size()) {
+      const size_t end = std::min(Text.find('\n', start), Text.size());
+      std::string_view line = Text.substr(start, end - start);
+      if (line.ends_with('\r')) {
+        line.remove_suffix(1);
+      }
+      lines_.push_back(line);
+      start = end + 1;
+    }
+  }
+  bool AtEnd() const { return next_ == lines_.size(); }
+  std::string_view Take() { return TrimSpace(lines_[next_++]); }
+
+ private:
+  std::vector<std::string_view> lines_;
+  size_t next_ = 0;
+};
+
+// "[ROOT\path]": the path of the key, created in the hive; nothing for another root or a cut line.
+std::optional<std::string> ParseKeyLine(std::string_view Line, std::string_view RootName, cRegistryHive& Hive) {
+  if (!Line.ends_with(']')) {
+    return std::nullopt;
+  }
+  const std::string_view inside = Line.substr(1, Line.size() - 2);
+  const size_t separator = std::min(inside.find('\\'), inside.size());
+  if (!EqualsIgnoreCase(inside.substr(0, separator), RootName)) {
+    return std::nullopt;
+  }
+  const std::string_view section = separator < inside.size() ? inside.substr(separator + 1) : std::string_view();
+  auto path = CanonicalPath(section);
+  if (!path || Hive.CreateKey(*path) == cRegistryHive::Edit::Failed) {
+    return std::nullopt;
+  }
+  return path;
+}
+
+// `"name"=data` or `@=data`, the data of a hex list possibly continued on the following lines.
+bool ParseValueLine(std::string_view Line, LineCursor& Cursor, const std::string& Key, cRegistryHive& Hive) {
+  size_t position = 1;
+  std::string name;
+  if (Line.starts_with('"')) {
+    position = 0;
+    auto quoted = ReadQuoted(Line, position);
+    if (!quoted) {
+      return false;
+    }
+    name = std::move(*quoted);
+  } else if (!Line.starts_with('@')) {
+    return false;
+  }
+  const std::string_view rest = TrimSpace(Line.substr(position));
+  if (!rest.starts_with('=')) {
+    return false;
+  }
+  std::string data(TrimSpace(rest.substr(1)));
+  while (StartsWithIgnoreCase(data, "hex") && data.ends_with('\\')) {
+    if (Cursor.AtEnd()) {
+      return false;
+    }
+    data.pop_back();
+    data += Cursor.Take();
+  }
+  const auto value = ParseData(data);
+  return value && Hive.SetValue(Key, name, *value) != cRegistryHive::Edit::Failed;
+}
+
+}  // namespace
+
+cRegistryHive::cRegistryHive(std::string RootName) : rootName_(std::move(RootName)), keys_{Key{}} {
+  pIndexKeys();
+}
+
+std::optional<cRegistryHive> cRegistryHive::Parse(std::string_view Text, std::string RootName) {
+  cRegistryHive hive(std::move(RootName));
+  LineCursor cursor(Text);
+  std::string_view line;
+  while (!cursor.AtEnd() && line.empty()) {
+    line = cursor.Take();
+  }
+  if (line.empty()) {
+    return hive;
+  }
+  if (line != Header && line != OlderHeader) {
+    return std::nullopt;
+  }
+  std::optional<std::string> key;
+  while (!cursor.AtEnd()) {
+    line = cursor.Take();
+    if (line.empty() || line.starts_with(';')) {
+      continue;
+    }
+    if (line.starts_with('[')) {
+      key = ParseKeyLine(line, hive.rootName_, hive);
+      if (!key) {
+        return std::nullopt;
+      }
+    } else if (!key || !ParseValueLine(line, cursor, *key, hive)) {
+      return std::nullopt;
+    }
+  }
+  return hive;
+}
+
+std::string cRegistryHive::Serialise() const {
+  std::string text = std::string(Header) + std::string(LineEnd);
+  for (const Key& key : keys_) {
+    if (key.Path.empty() && key.Values.empty()) {
+      continue;
+    }
+    text += LineEnd;
+    text += "[" + rootName_ + (key.Path.empty() ? "" : "\\" + key.Path) + "]" + std::string(LineEnd);
+    for (const auto& [name, data] : key.Values) {
+      text += (name.empty() ? std::string("@") : Quoted(name)) + "=" + FormatData(data) + std::string(LineEnd);
+    }
+  }
+  return text;
+}
+
+bool cRegistryHive::KeyExists(std::string_view Section) const {
+  const auto path = CanonicalPath(Section);
+  return path && pFindKey(*path) != nullptr;
+}
+
+cRegistryHive::Edit cRegistryHive::CreateKey(std::string_view Section) {
+  const auto path = CanonicalPath(Section);
+  if (!path) {
+    return Edit::Failed;
+  }
+  Edit result = Edit::Unchanged;
+  size_t end = 0;
+  while (end < path->size()) {
+    end = std::min(path->find('\\', end + 1), path->size());
+    const std::string_view prefix = std::string_view(*path).substr(0, end);
+    if (pFindKey(prefix) == nullptr) {
+      index_.emplace(LowerCase(prefix), keys_.size());
+      keys_.push_back(Key{std::string(prefix), {}});
+      result = Edit::Changed;
+    }
+  }
+  return result;
+}
+
+cRegistryHive::Edit cRegistryHive::DeleteKey(std::string_view Section) {
+  const auto path = CanonicalPath(Section);
+  if (!path || path->empty() || pFindKey(*path) == nullptr || !SubKeyNames(*path).empty()) {
+    return Edit::Failed;
+  }
+  std::erase_if(keys_, [&](const Key& key) { return EqualsIgnoreCase(key.Path, *path); });
+  pIndexKeys();
+  return Edit::Changed;
+}
+
+cRegistryHive::Edit cRegistryHive::SetValue(std::string_view Section, std::string_view Name, const RegistryData& Data) {
+  const auto path = CanonicalPath(Section);
+  if (!path || HasLineBreak(Name) || CreateKey(*path) == Edit::Failed) {
+    return Edit::Failed;
+  }
+  Key& key = *pFindKey(*path);
+  for (auto& [name, data] : key.Values) {
+    if (EqualsIgnoreCase(name, Name)) {
+      const bool same = data == Data;
+      data = Data;
+      return same ? Edit::Unchanged : Edit::Changed;
+    }
+  }
+  key.Values.emplace_back(std::string(Name), Data);
+  return Edit::Changed;
+}
+
+cRegistryHive::Edit cRegistryHive::DeleteValue(std::string_view Section, std::string_view Name) {
+  const auto path = CanonicalPath(Section);
+  Key* key = path ? pFindKey(*path) : nullptr;
+  if (key == nullptr) {
+    return Edit::Failed;
+  }
+  const auto removed =
+      std::erase_if(key->Values, [&](const auto& value) { return EqualsIgnoreCase(value.first, Name); });
+  return removed == 0 ? Edit::Failed : Edit::Changed;
+}
+
+std::optional<RegistryData> cRegistryHive::Value(std::string_view Section, std::string_view Name) const {
+  const auto path = CanonicalPath(Section);
+  const Key* key = path ? pFindKey(*path) : nullptr;
+  if (key != nullptr) {
+    for (const auto& [name, data] : key->Values) {
+      if (EqualsIgnoreCase(name, Name)) {
+        return data;
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> cRegistryHive::ValueNames(std::string_view Section) const {
+  const auto path = CanonicalPath(Section);
+  const Key* key = path ? pFindKey(*path) : nullptr;
+  std::vector<std::string> names;
+  if (key != nullptr) {
+    for (const auto& value : key->Values) {
+      names.push_back(value.first);
+    }
+  }
+  return names;
+}
+
+std::vector<std::string> cRegistryHive::SubKeyNames(std::string_view Section) const {
+  const auto path = CanonicalPath(Section);
+  std::vector<std::string> names;
+  if (!path) {
+    return names;
+  }
+  for (const Key& key : keys_) {
+    if (!key.Path.empty() && EqualsIgnoreCase(ParentOf(key.Path), *path)) {
+      names.emplace_back(LastPart(key.Path));
+    }
+  }
+  return names;
+}
+
+cRegistryHive::Key* cRegistryHive::pFindKey(std::string_view Path) {
+  return const_cast<Key*>(std::as_const(*this).pFindKey(Path));
+}
+
+const cRegistryHive::Key* cRegistryHive::pFindKey(std::string_view Path) const {
+  const auto found = index_.find(LowerCase(Path));
+  return found == index_.end() ? nullptr : &keys_[found->second];
+}
+
+void cRegistryHive::pIndexKeys() {
+  index_.clear();
+  for (size_t i = 0; i < keys_.size(); ++i) {
+    index_.emplace(LowerCase(keys_[i].Path), i);
+  }
+}
+
+}  // namespace tarvelin
