@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/TarvelinTopic.h"
@@ -15,6 +16,7 @@ class cDIBSection;
 
 // The program-wide state shared by the main window, the file commands and the settings dialog.
 struct ProgramState {
+  std::string ProductName = "Tarvelin";  // also names the source of the registry's errors
   std::string AppTitle = "Tarvelin";
   std::string LastUsedDir;
   bool UninstallRequested = false;
@@ -35,11 +37,19 @@ ProgramState& Program();
 // Marks the live topic as changed; does nothing while the main window is loading.
 void SetModified();
 
-// Arguments without the program name.
+// Arguments without the program name. Accepts nothing, "/uninstall" in any case, or one existing file
+// whose extension is exactly "tvt"; anything else is reported in a warning box and leaves nothing set.
 void InterpretCommandLine(const std::vector<std::string>& Arguments);
 
 // Reads the settings, interprets the command line, handles /uninstall and creates the live topic.
 // False when the program ends without a window.
 bool StartUp(const std::vector<std::string>& Arguments);
+
+// The arguments the program was started with, without the program name: argv on POSIX, where the shell
+// has split them; on Windows the process command line, split by SplitCommandLine.
+std::vector<std::string> ProgramArguments(int argc, const char* const* argv);
+
+// A process command line without its first word, the program name (quoted or not).
+std::string_view CommandLineAfterProgramName(std::string_view CommandLine);
 
 }  // namespace tarvelin
