@@ -1,0 +1,178 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "startup/RegistryTestFolder.h"
+#include "startup/cRegistry.h"
+#include "startup/modSettings.h"
+#include "startup/modStartup.h"
+#include "support/ScriptedDialogs.h"
+#include "util/libmodSpecialFolders.h"
+
+namespace tarvelin {
+namespace {
+
+using testing::ReadBytes;
+using testing::ScopedRegistryFolder;
+
+const SettingsDefaults Screen{9000, 6000, 28800, 16200};  // design size, then a 1920 x 1080 screen
+
+std::vector<std::string> StoredNames(ERegistryClassKey Hive = ERegistryClassKey::CurrentUser,
+                                     const std::string& Section = SettingsKey) {
+  cRegistry registry;
+  registry.SetClassKey(Hive);
+  registry.SetSectionKey(Section);
+  return registry.EnumerateValues();
+}
+
+void SaveProgramSettings(const WindowPlacement& Placement) {
+  Program().Topic = std::make_unique<TarvelinTopic>();
+  Program().Topic->SetNormaliseWeights(true);
+  Program().LastUsedDir = "/home/me/topics";
+  SaveSettings(Placement);
+}
+
+TEST(modSettingsFirstRun, EverySettingTakesItsDefault) {
+  const ScopedRegistryFolder registry;
+  ApplicationSettings settings;
+  ReadSettings(SettingsStage::BeforeCommandLine, settings);
+  ReadSettings(SettingsStage::StartUp, settings);
+  EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
+  EXPECT_TRUE(settings.ShowSettingsOnNew);
+  EXPECT_TRUE(settings.DisplayAsDecimal);
+  EXPECT_FALSE(settings.NormaliseWeights);
+  const WindowPlacement placement = ReadWindowPlacement(Screen);
+  EXPECT_EQ(placement.Width, 9000);
+  EXPECT_EQ(placement.Height, 6000);
+  EXPECT_EQ(placement.Left, 9900);
+  EXPECT_EQ(placement.Top, 5100);
+  EXPECT_FALSE(placement.Maximized);
+}
+
+TEST(modSettingsWindow, CentresAStoredSizeThatHasNoPosition) {
+  const ScopedRegistryFolder registry;
+  testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"WindowWidth\"=dword:00002710\r\n"
+                                                                        "\"WindowHeight\"=dword:00001771\r\n"));
+  const WindowPlacement placement = ReadWindowPlacement(Screen);
+  EXPECT_EQ(placement.Width, 10000);
+  EXPECT_EQ(placement.Left, 9400);
+  EXPECT_EQ(placement.Top, 5100);  // 8100 - 3000.5, the half rounded to even
+}
+
+TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
+  const ScopedRegistryFolder registry;
+  Program().ShowSettingsOnNew = false;
+  Program().DisplayAsDecimal = false;
+  SaveProgramSettings({120, 240, 11000, 7000, false});
+  Program().ShowSettingsOnNew = Program().DisplayAsDecimal = true;
+  EXPECT_EQ(StoredNames(),
+            (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights", "DisplayAsDecimal",
+                                      "WindowLeft", "WindowTop", "WindowWidth", "WindowHeight", "Maximized"}));
+  ApplicationSettings settings;
+  ReadSettings(SettingsStage::BeforeCommandLine, settings);
+  ReadSettings(SettingsStage::StartUp, settings);
+  EXPECT_EQ(settings.LastUsedDir, "/home/me/topics");
+  EXPECT_FALSE(settings.ShowSettingsOnNew);
+  EXPECT_FALSE(settings.DisplayAsDecimal);
+  EXPECT_TRUE(settings.NormaliseWeights);
+  const WindowPlacement placement = ReadWindowPlacement(Screen);
+  EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
+            std::vector<int32_t>({120, 240, 11000, 7000}));
+}
+
+TEST(modSettingsMaximised, AWindowThatEndedMaximisedComesUpNormal) {
+  const ScopedRegistryFolder registry;
+  SaveProgramSettings({0, 0, 9000, 6000, true});
+  EXPECT_FALSE(ReadWindowPlacement(Screen).Maximized);
+}
+
+TEST(modSettingsMaximised, AHandSetAppMaximizedHoldsForEveryStart) {
+  const ScopedRegistryFolder registry;
+  testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"AppMaximized\"=dword:00000001\r\n"));
+  EXPECT_TRUE(ReadWindowPlacement(Screen).Maximized);
+  SaveProgramSettings({0, 0, 9000, 6000, false});
+  EXPECT_TRUE(ReadWindowPlacement(Screen).Maximized);
+}
+
+TEST(modSettingsDamage, AHiveCutInALineReadsAsDefaultsAndIsRewrittenWhole) {
+  const ScopedRegistryFolder registry;
+  SaveProgramSettings({120, 240, 11000, 7000, false});
+  const std::string whole = ReadBytes(registry.UserHive());
+  testing::WriteBytes(registry.UserHive(), whole.substr(0, whole.find("dword:") + 4));
+  ApplicationSettings settings;
+  ReadSettings(SettingsStage::BeforeCommandLine, settings);
+  ReadSettings(SettingsStage::StartUp, settings);
+  EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
+  EXPECT_FALSE(settings.NormaliseWeights);
+
+  SaveProgramSettings({120, 240, 11000, 7000, false});
+  EXPECT_EQ(ReadBytes(registry.UserHive()), whole);
+}
+
+// Start-up only reads, so a settings folder that cannot be written changes nothing but the saving, which
+// fails without a word.
+class modSettingsUnwritable : public ::testing::TestWithParam<bool> {};
+
+TEST_P(modSettingsUnwritable, StartUpGoesOnWithDefaults) {
+  const ScopedRegistryFolder registry;
+  const bool readOnlyFolder = GetParam();
+  if (readOnlyFolder) {
+    if (geteuid() == 0) {
+      GTEST_SKIP() << "permission bits do not stop root; the blocked-folder case covers this";
+    }
+    std::filesystem::create_directories(registry.Folder());
+    std::filesystem::permissions(registry.Folder(),
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  } else {
+    testing::WriteBytes(registry.Folder(), "a file where the hive folder belongs");
+  }
+  testing::ScopedScriptedDialogs dialogs;
+  EXPECT_TRUE(StartUp({}));
+  EXPECT_EQ(Program().LastUsedDir, DocumentsFolder());
+  EXPECT_TRUE(Program().ShowSettingsOnNew);
+  EXPECT_FALSE(Program().Topic->NormaliseWeights());
+  EXPECT_NO_THROW(SaveSettings({1, 2, 3, 4, true}));
+  EXPECT_FALSE(std::filesystem::exists(registry.UserHive()));
+  EXPECT_TRUE(dialogs->Messages.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Folders, modSettingsUnwritable, ::testing::Values(true, false),
+                         [](const auto& Info) { return Info.param ? "ReadOnlyFolder" : "FolderBlockedByAFile"; });
+
+bool KeyExists(ERegistryClassKey Hive, const std::string& Section) {
+  cRegistry registry;
+  registry.SetClassKey(Hive);
+  registry.SetSectionKey(Section);
+  return registry.KeyExists();
+}
+
+TEST(modSettingsUninstall, RemovesOnlyTheProgramsKeysInBothHives) {
+  const ScopedRegistryFolder registry;
+  constexpr ERegistryClassKey User = ERegistryClassKey::CurrentUser, Machine = ERegistryClassKey::LocalMachine;
+  cRegistry writer;
+  for (const auto hive : {User, Machine}) {
+    writer.SetValueEx(hive, SettingsKey, "LastUsedDir", ERegistryValueType::String, "/x");
+    writer.SetValueEx(hive, "Software\\Unrelated", "Kept", ERegistryValueType::String, "yes");
+  }
+  writer.SetValueEx(User, "Software\\Pelvora\\Other", "Kept", ERegistryValueType::String, "yes");
+
+  RemoveSettings();
+
+  EXPECT_FALSE(KeyExists(User, SettingsKey));
+  EXPECT_TRUE(KeyExists(User, "Software\\Pelvora\\Other"));
+  EXPECT_FALSE(KeyExists(Machine, SettingsKey));
+  EXPECT_FALSE(KeyExists(Machine, VendorKey));
+  EXPECT_TRUE(KeyExists(Machine, "Software"));
+  EXPECT_TRUE(KeyExists(User, "Software\\Unrelated"));
+  EXPECT_TRUE(KeyExists(Machine, "Software\\Unrelated"));
+}
+
+TEST(modSettingsUninstall, LeavesNoFilesWhereThereWereNoSettings) {
+  const ScopedRegistryFolder registry;
+  RemoveSettings();
+  EXPECT_FALSE(std::filesystem::exists(registry.Folder()));
+}
+
+}  // namespace
+}  // namespace tarvelin
