@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include "startup/RegistryTestFolder.h"
+#include "startup/cRegistry_Wrapper.h"
+#include "startup/modSettings.h"
+#include "startup/modStartup.h"
+#include "support/ScriptedDialogs.h"
+#include "util/libmodGenericTextFunctions.h"
+#include "util/libmodSpecialFolders.h"
+
+namespace tarvelin {
+namespace {
+
+using testing::ReadBytes;
+using testing::ScopedRegistryFolder;
+using testing::ScopedScriptedDialogs;
+
+struct CommandLine {
+  const char* Case;
+  std::vector<std::string> Arguments;  // "@" stands for a folder holding the test files
+  std::string Warning;                 // shown with the argument as given; empty for none
+  bool Opens = false;
+  bool Uninstall = false;
+};
+
+class modStartupCommandLine : public ::testing::TestWithParam<CommandLine> {
+ protected:
+  void SetUp() override {
+    for (const char* name : {"topic.tvt", "with blank.tvt", "UPPER.TVT", "nodot", "odd?.tvt"}) {
+      testing::WriteBytes(folder_.File(name), "");
+    }
+  }
+  std::string Expand(const std::string& Argument) const { return ReplaceAll(Argument, "@", folder_.Path().string()); }
+
+  testing::TempFolder folder_;
+};
+
+TEST_P(modStartupCommandLine, IsInterpretedAndReported) {
+  ScopedScriptedDialogs dialogs;
+  std::vector<std::string> arguments;
+  for (const std::string& argument : GetParam().Arguments) {
+    arguments.push_back(Expand(argument));
+  }
+  Program().FileToOpen = "left over";
+  InterpretCommandLine(arguments);
+
+  const ProgramState& state = Program();
+  EXPECT_EQ(state.UninstallRequested, GetParam().Uninstall);
+  EXPECT_EQ(state.FileToOpen, GetParam().Opens ? arguments.front() : "");
+  EXPECT_EQ(state.FileTypeToOpen, GetParam().Opens ? "TVT" : "");
+  if (GetParam().Warning.empty()) {
+    EXPECT_TRUE(dialogs->Messages.empty());
+  } else {
+    ASSERT_EQ(dialogs->Messages.size(), 1u);
+    EXPECT_EQ(dialogs->Messages[0].Prompt, Expand(GetParam().Warning));
+    EXPECT_EQ(dialogs->Messages[0].Icon, MsgIcon::Exclamation);
+    EXPECT_EQ(dialogs->Messages[0].Buttons, MsgButtons::OK);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Arguments, modStartupCommandLine,
+    ::testing::Values(CommandLine{"Nothing", {}, ""}, CommandLine{"TopicFile", {"@/topic.tvt"}, "", true},
+                      CommandLine{"PathWithBlank", {"@/with blank.tvt"}, "", true},
+                      CommandLine{"SwitchInMixedCase", {"/UnInstall"}, "", false, true},
+                      CommandLine{"SwitchAndAWord", {"/uninstall", "now"}, "Invalid number of command line arguments!"},
+                      CommandLine{"PrintVerb", {"/p", "@/topic.tvt"}, "Invalid number of command line arguments!"},
+                      CommandLine{"UpperCaseExtension", {"@/UPPER.TVT"}, "Unrecognised file type: @/UPPER.TVT"},
+                      CommandLine{"NoDot", {"@/nodot"}, "Unrecognised file type: @/nodot"},
+                      CommandLine{"QuestionMarkBeforeExistence", {"@/odd?.tvt"}, "Invalid filename: @/odd?.tvt"},
+                      CommandLine{"Missing", {"@/missing.tvt"}, "File does not exist: @/missing.tvt"},
+                      CommandLine{"OtherSwitch", {"/n"}, "File does not exist: /n"}),
+    [](const auto& Info) { return std::string(Info.param.Case); });
+
+TEST(modStartupArguments, WindowsCommandLineLosesTheProgramNameAndKeepsQuotedBlanks) {
+  const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
+      {"\"C:\\Program Files\\tarvelin.exe\" \"C:\\My Topics\\a.tvt\"", {"C:\\My Topics\\a.tvt"}},
+      {"tarvelin.exe /p \"a b.tvt\"", {"/p", "a b.tvt"}},
+      {"tarvelin.exe\t/uninstall", {"/uninstall"}},
+      {"\"tarvelin.exe\"", {}},
+      {"tarvelin.exe", {}},
+  };
+  for (const auto& [commandLine, expected] : cases) {
+    EXPECT_EQ(SplitCommandLine(CommandLineAfterProgramName(commandLine)), expected) << commandLine;
+  }
+}
+
+TEST(modStartupArguments, PosixArgumentsAreArgvWithoutTheProgram) {
+  const char* argv[] = {"tarvelin", "a b.tvt", "x"};
+  EXPECT_EQ(ProgramArguments(3, argv), (std::vector<std::string>{"a b.tvt", "x"}));
+  EXPECT_EQ(ProgramArguments(0, argv), std::vector<std::string>{});
+}
+
+TEST(modStartupRun, FirstStartUsesTheDefaultsAndANewTopic) {
+  const ScopedRegistryFolder registry;
+  ScopedScriptedDialogs dialogs;
+  Program().CurrentFileName = "old.tvt";
+  Program().Modified = true;
+  EXPECT_TRUE(StartUp({}));
+  const ProgramState& state = Program();
+  EXPECT_EQ(state.AppTitle, "Tarvelin");
+  EXPECT_EQ(state.LastUsedDir, DocumentsFolder());
+  EXPECT_TRUE(state.ShowSettingsOnNew);
+  EXPECT_TRUE(state.DisplayAsDecimal);
+  ASSERT_NE(state.Topic, nullptr);
+  EXPECT_FALSE(state.Topic->NormaliseWeights());
+  EXPECT_EQ(state.CurrentFileName, "");
+  EXPECT_FALSE(state.Modified);
+  EXPECT_EQ(state.MaxOptions, 10);
+  EXPECT_EQ(state.MaxAttributes, 10);
+}
+
+TEST(modStartupRun, TakesTheStoredSettingsAndGoesOnAfterABadCommandLine) {
+  const ScopedRegistryFolder registry;
+  testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"LastUsedDir\"=\"/data\"\r\n"
+                                                                        "\"ShowSettingsOnNew\"=dword:00000000\r\n"
+                                                                        "\"DisplayAsDecimal\"=dword:00000000\r\n"
+                                                                        "\"NormaliseWeights\"=dword:00000001\r\n"));
+  ScopedScriptedDialogs dialogs;
+  EXPECT_TRUE(StartUp({"a", "b"}));
+  EXPECT_EQ(Program().LastUsedDir, "/data");
+  EXPECT_FALSE(Program().ShowSettingsOnNew);
+  EXPECT_FALSE(Program().DisplayAsDecimal);
+  EXPECT_TRUE(Program().Topic->NormaliseWeights());
+  EXPECT_EQ(dialogs->Messages.size(), 1u);
+}
+
+class modStartupUninstall : public ::testing::TestWithParam<MsgResult> {};
+
+TEST_P(modStartupUninstall, AsksAndEndsWithoutAWindow) {
+  const ScopedRegistryFolder registry;
+  SetRegistryText(ERegistryClassKey::CurrentUser, SettingsKey, "LastUsedDir", "/data");
+  SetRegistryText(ERegistryClassKey::LocalMachine, SettingsKey, "LastUsedDir", "/data");
+  const std::string userHive = ReadBytes(registry.UserHive());
+  const std::string machineHive = ReadBytes(registry.MachineHive());
+  ScopedScriptedDialogs dialogs;
+  dialogs->Answers.push_back(GetParam());
+
+  EXPECT_FALSE(StartUp({"/uninstall"}));
+
+  ASSERT_EQ(dialogs->Messages.size(), 1u);
+  EXPECT_EQ(dialogs->Messages[0].Buttons, MsgButtons::YesNo);
+  const bool removed = GetParam() == MsgResult::Yes;
+  EXPECT_EQ(ReadBytes(registry.UserHive()) == userHive, !removed);
+  EXPECT_EQ(ReadBytes(registry.MachineHive()) == machineHive, !removed);
+  EXPECT_EQ(RegistryKeyExists(ERegistryClassKey::CurrentUser, VendorKey), !removed);
+  EXPECT_EQ(RegistryKeyExists(ERegistryClassKey::LocalMachine, VendorKey), !removed);
+}
+
+INSTANTIATE_TEST_SUITE_P(Answers, modStartupUninstall, ::testing::Values(MsgResult::Yes, MsgResult::No),
+                         [](const auto& Info) { return Info.param == MsgResult::Yes ? "Yes" : "No"; });
+
+}  // namespace
+}  // namespace tarvelin
