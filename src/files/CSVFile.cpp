@@ -71,6 +71,7 @@ void CSVFile::pParseLine(std::string_view Line) {
     throw TarvelinError::RuntimeFault(ErrOverflow, kSource);
   }
   Row cells;
+  cells.reserve(static_cast<size_t>(columns_));
   size_t start = 0;
   size_t startPosition = 1;
   for (size_t separator = NextSeparator(Line, start); separator != std::string_view::npos;

@@ -16,7 +16,10 @@ std::vector<std::string_view> SplitLines(std::string_view Text) {
   std::vector<std::string_view> lines;
   size_t start = 0;
   while (start < Text.size()) {
-    const size_t end = std::min(Text.find_first_of("\r\n", start), Text.size());
+    size_t end = start;
+    while (end < Text.size() && Text[end] != '\r' && Text[end] != '\n') {
+      ++end;
+    }
     lines.push_back(Text.substr(start, end - start));
     start = end + 1;
     if (end + 1 < Text.size() && Text[end] == '\r' && Text[end + 1] == '\n') {
