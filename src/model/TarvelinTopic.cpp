@@ -243,8 +243,10 @@ double TarvelinTopic::GetScore(int16_t OptionID) const {
   return pRounded(score);
 }
 
+// Values are written in full, so that the dump tells apart scores that differ only in their last digits.
 void TarvelinTopic::OutputDebugInfo() const {
   std::ostringstream dump;
+  dump.precision(17);
   dump << "Topic: [" << name_ << "] Desc: [" << description_ << "]\n";
   dump << "InvertWeights: " << invertWeights_ << " NormaliseWeights: " << normaliseWeights_
        << " Rounding: " << rounding_ << "\n";
@@ -264,8 +266,7 @@ void TarvelinTopic::OutputDebugInfo() const {
   std::clog << dump.str();
 }
 
-// With Normalise, the other weightings are rescaled so that all of them sum to 1 again; each keeps its
-// share of what this one leaves over.
+// With Normalise, the other weightings are rescaled so that all of them sum to 1 again.
 void TarvelinTopic::pSetWeighting(int16_t AttributeID, double Weighting, bool Normalise) {
   if (!pIsAttribute(AttributeID)) {
     throw AttributeNotFound(AttributeID, "SetWeighting");
@@ -275,29 +276,29 @@ void TarvelinTopic::pSetWeighting(int16_t AttributeID, double Weighting, bool No
   }
   Weighting = pRounded(Weighting);
   if (Normalise) {
-    const double remainder = 1.0 - Weighting;
-    // The shares are all taken of the old sum before any of them is written.
-    std::vector<double> others(attributes_.size(), 0.0);
-    double othersTotal = 0.0;
-    for (int16_t i = 0; i < TotalAttributes(); ++i) {
-      if (i != AttributeID) {
-        others[i] = pGetWeighting(i, true, false);
-        othersTotal += others[i];
-      }
-    }
-    for (int16_t i = 0; i < TotalAttributes(); ++i) {
-      if (i != AttributeID) {
-        others[i] = othersTotal != 0.0 ? others[i] * (remainder / othersTotal)
-                                       : remainder / static_cast<double>(attributes_.size() - 1);
-      }
-    }
-    for (int16_t i = 0; i < TotalAttributes(); ++i) {
-      if (i != AttributeID) {
-        attributes_[i].Weighting = others[i];
-      }
-    }
+    pShareOutAmongOthers(AttributeID, 1.0 - Weighting);
   }
   attributes_[AttributeID].Weighting = Weighting;
+}
+
+// Every attribute but AttributeID gets Remainder in proportion to its current share as read (so rounded), or
+// an equal part when those shares are all 0. The shares are all taken, of the old sum, before any weighting is
+// written; the new values are not rounded.
+void TarvelinTopic::pShareOutAmongOthers(int16_t AttributeID, double Remainder) {
+  std::vector<double> shares(attributes_.size(), 0.0);
+  double sharesTotal = 0.0;
+  for (int16_t i = 0; i < TotalAttributes(); ++i) {
+    if (i != AttributeID) {
+      shares[i] = pGetWeighting(i, true, false);
+      sharesTotal += shares[i];
+    }
+  }
+  for (int16_t i = 0; i < TotalAttributes(); ++i) {
+    if (i != AttributeID) {
+      attributes_[i].Weighting = sharesTotal != 0.0 ? shares[i] * (Remainder / sharesTotal)
+                                                    : Remainder / static_cast<double>(attributes_.size() - 1);
+    }
+  }
 }
 
 // The share is computed as 1 / (S / w), not w / S: the two can differ in the last bit, and scores are compared

@@ -75,6 +75,7 @@ class TarvelinTopic {
   };
 
   void pSetWeighting(int16_t AttributeID, double Weighting, bool Normalise);
+  void pShareOutAmongOthers(int16_t AttributeID, double Remainder);
   double pGetWeighting(int16_t AttributeID, bool Normalise, bool NoRounding) const;
   double pGetOptionSubTotal(int16_t OptionID, int16_t AttributeID) const;
   double pDefaultWeighting() const;
