@@ -1,6 +1,4 @@
 #include <QApplication>
-#include <string>
-#include <vector>
 
 #include "mainwindow/frmMain.h"
 #include "platform/qt/QtDialogs.h"
@@ -10,8 +8,7 @@ int main(int argc, char* argv[]) {
   QApplication application(argc, argv);
   tarvelin::QtDialogs dialogs;
   tarvelin::Program().UI = &dialogs;
-  const std::vector<std::string> arguments(argv + 1, argv + argc);
-  if (!tarvelin::StartUp(arguments)) {
+  if (!tarvelin::StartUp(tarvelin::ProgramArguments(argc, argv))) {
     return 0;
   }
   tarvelin::frmMain window;

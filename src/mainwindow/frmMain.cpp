@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QScrollArea>
@@ -17,8 +19,11 @@
 #include "mainwindow/ctlSlider.h"
 #include "mainwindow/modDecoration.h"
 #include "mainwindow/modDisplay.h"
+#include "mainwindow/modLabelEditing.h"
 #include "startup/modSettings.h"
 #include "startup/modStartup.h"
+#include "util/TarvelinError.h"
+#include "util/libmodGenericTextFunctions.h"
 #include "util/modFormElements.h"
 
 namespace tarvelin {
@@ -37,6 +42,8 @@ constexpr uint32_t kBestBarColour = 0x0CC0FE;
 constexpr uint32_t kOtherBarColour = 0x0980FD;
 constexpr int kHighlightOption = 1;
 constexpr int kHighlightAttribute = 2;
+constexpr int kEditBoxMaxLength = 255;
+constexpr int16_t kNumericEdit = 1;
 constexpr int kTwipsPerPixel = 15;  // at the usual 96 pixels per inch
 constexpr QSize kDesignSize(880, 700);
 
@@ -98,10 +105,15 @@ ctlSlider* frmMain::CreateSlider(const QString& objectName, bool readOnly) {
 }
 
 void frmMain::CreateFixedControls() {
+  shpHighlight2 = new QWidget(client_);
+  shpHighlight2->setObjectName("shpHighlight2");
+  shpHighlight2->setAttribute(Qt::WA_TransparentForMouseEvents);
+  shpHighlight2->setStyleSheet("background-color: rgba(255, 236, 150, 110); border-radius: 6px;");
+  shpHighlight2->hide();
   shpHighlight = new QWidget(client_);
   shpHighlight->setObjectName("shpHighlight");
   shpHighlight->setAttribute(Qt::WA_TransparentForMouseEvents);
-  shpHighlight->setStyleSheet("background-color: rgba(255, 236, 150, 150); border-radius: 6px;");
+  shpHighlight->setStyleSheet("background-color: rgba(255, 214, 90, 140); border-radius: 4px;");
   shpHighlight->hide();
 
   lblTitle = CreateLabel("lblTitle", LabelFont(16, true), Qt::AlignLeft);
@@ -137,7 +149,22 @@ void frmMain::CreateFixedControls() {
   }
   btnRemoveAttribute->setToolTip("Delete Attribute");
   btnRemoveOption->setToolTip("Delete Option");
+  connect(btnAddAttribute, &QAbstractButton::clicked, this, [this] { btnAddAttribute_Click(); });
+  connect(btnAddOption, &QAbstractButton::clicked, this, [this] { btnAddOption_Click(); });
+  connect(btnRemoveAttribute, &QAbstractButton::clicked, this, [this] { btnRemoveAttribute_Click(); });
+  connect(btnRemoveOption, &QAbstractButton::clicked, this, [this] { btnRemoveOption_Click(); });
   RefreshToggleButtons();
+
+  txtEditBox = new QLineEdit(client_);
+  txtEditBox->setObjectName("txtEditBox");
+  txtEditBox->setFrame(false);
+  txtEditBox->setMaxLength(kEditBoxMaxLength);
+  txtEditBox->installEventFilter(this);
+  txtEditBox->hide();
+  txtHiddenButton = new QWidget(client_);
+  txtHiddenButton->setObjectName("txtHiddenButton");
+  txtHiddenButton->setFocusPolicy(Qt::StrongFocus);
+  txtHiddenButton->setGeometry(0, 0, 0, 0);
 
   imgResizeTab = new QWidget(this);
   imgResizeTab->setObjectName("imgResizeTab");
@@ -300,6 +327,7 @@ void frmMain::UpdateSliderArrays(bool& RowsChanged) {
     SetCaption(lblOption[static_cast<size_t>(o)], Topic().GetOptionName(o));
     SetCaption(lblScoreTitle[static_cast<size_t>(o)], Topic().GetOptionName(o));
   }
+  RefreshAddButtons();
   UpdateSettings();
   Form_Resize();
 }
@@ -426,9 +454,10 @@ void frmMain::Form_Resize() {
   PlaceScoreRows(kPanelsTop, panelWidth);
   PlaceWeightingRows(weightingTop, panelWidth);
   PlaceRatingRows(ratingTop, panelWidth);
-  shpHighlight->hide();
-  btnRemoveAttribute->hide();
-  btnRemoveOption->hide();
+  PlaceHighlight(nullptr, 0);
+  if (txtEditBox->isVisible() && editingLabel_ != nullptr) {
+    txtEditBox->setGeometry(editingLabel_->geometry());
+  }
   RepaintGradients();
 }
 
@@ -718,32 +747,37 @@ void frmMain::btnToggleRatings_Click() {
   Form_Resize();
 }
 
-// Lays the highlight over the row of the label under the mouse and brings the delete button of that row
-// beside it; anything else hides it.
+// Lays the highlight around the name under the mouse and over its row (for an option, its whole block of
+// ratings), and brings the delete button of that row beside the name; without a label it hides them.
 void frmMain::PlaceHighlight(QLabel* label, int kind) {
   btnRemoveAttribute->hide();
   btnRemoveOption->hide();
-  if (kind == kHighlightAttribute) {
-    highlightedAttribute_ = static_cast<int16_t>(IndexOf(lblAttribute, label));
-    const QRect row(picWeightingFrame->x() + 4, label->y() - 2, picWeightingFrame->width() - 8, kRowHeight + 4);
-    shpHighlight->setGeometry(row);
-    btnRemoveAttribute->move(label->x() + kNameColumnWidth + 5, label->y());
-    btnRemoveAttribute->setVisible(Topic().TotalAttributes() > 1);
-    btnRemoveAttribute->raise();
-  } else if (kind == kHighlightOption) {
-    highlightedOption_ = static_cast<int16_t>(IndexOf(lblOption, label));
-    const int blockHeight = RatingExtent() + kRowHeight;
-    const QRect block(picRatingFrame->x() + 4, label->y() - 2, picRatingFrame->width() - 8, blockHeight + 4);
-    shpHighlight->setGeometry(block);
-    btnRemoveOption->move(label->x() - 20, label->y());
-    btnRemoveOption->setVisible(Topic().TotalOptions() > 1);
-    btnRemoveOption->raise();
-  } else {
+  highlightedLabel_ = nullptr;
+  if (kind != kHighlightAttribute && kind != kHighlightOption) {
     shpHighlight->hide();
+    shpHighlight2->hide();
     return;
   }
+  const bool attribute = kind == kHighlightAttribute;
+  QWidget* panel = attribute ? picWeightingFrame : picRatingFrame;
+  const int rowsHeight = attribute ? kRowHeight : RatingExtent() + kRowHeight;
+  shpHighlight2->setGeometry(panel->x() + 4, label->y() - 2, panel->width() - 8, rowsHeight + 4);
+  shpHighlight->setGeometry(label->geometry());
+  GraphicalButton* remove = attribute ? btnRemoveAttribute : btnRemoveOption;
+  if (attribute) {
+    highlightedAttribute_ = static_cast<int16_t>(IndexOf(lblAttribute, label));
+    remove->move(label->x() + kNameColumnWidth + 5, label->y());
+  } else {
+    highlightedOption_ = static_cast<int16_t>(IndexOf(lblOption, label));
+    remove->move(label->x() - 20, label->y());
+  }
+  remove->setVisible(attribute ? Topic().TotalAttributes() > 1 : Topic().TotalOptions() > 1);
+  remove->raise();
+  highlightedLabel_ = label;
+  shpHighlight2->show();
+  shpHighlight2->lower();
   shpHighlight->show();
-  shpHighlight->lower();
+  shpHighlight->stackUnder(label);
 }
 
 void frmMain::imgResizeTab_MouseDown() {
@@ -823,32 +857,281 @@ void frmMain::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
-bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress && watched == imgResizeTab) {
-    imgResizeTab_MouseDown();
+void frmMain::lblWeighting_Change(int16_t Index) {
+  const std::string text = lblWeighting[static_cast<size_t>(Index)]->text().toStdString();
+  ApplyValue([&] { Topic().SetWeighting(Index, NormaliseNumericInput(text, Program().DisplayAsDecimal)); });
+}
+
+void frmMain::lblRating_Change(int16_t Index) {
+  const std::string text = lblRating[static_cast<size_t>(Index)]->text().toStdString();
+  ApplyValue([&] {
+    Topic().SetRating(GetOptionIDFromIndex(Index), GetAttributeIDFromIndex(Index),
+                      NormaliseNumericInput(text, Program().DisplayAsDecimal));
+  });
+}
+
+// Stores a typed value; one the topic refuses is explained to the person. Either way every label is
+// rewritten from the model, so a refused value disappears.
+void frmMain::ApplyValue(const std::function<void()>& store) {
+  try {
+    store();
+    SetModified();
+  } catch (const TarvelinError& error) {
+    Program().UI->ShowMessage(error.Description(), MsgButtons::OK, MsgIcon::Exclamation, "");
+  }
+  UpdateSettings();
+}
+
+std::vector<QLabel*>* frmMain::ArrayOf(const QLabel* label) {
+  for (auto* labels : {&lblOption, &lblAttribute, &lblWeighting, &lblRating, &lblScoreTitle, &lblScore}) {
+    if (std::find(labels->begin(), labels->end(), label) != labels->end()) {
+      return labels;
+    }
+  }
+  return nullptr;
+}
+
+void frmMain::LabelClicked(QLabel* label) {
+  std::vector<QLabel*>* labels = ArrayOf(label);
+  const auto index = static_cast<int16_t>(labels != nullptr ? IndexOf(*labels, label) : 0);
+  if (label == lblTitle) {
+    BeginLabelEdit(label, 0, Topic().Name());
+  } else if (labels == &lblOption) {
+    BeginLabelEdit(label, 0, Topic().GetOptionName(index));
+  } else if (labels == &lblAttribute) {
+    BeginLabelEdit(label, 0, Topic().GetAttributeName(index));
+  } else if (labels == &lblWeighting || labels == &lblRating) {
+    BeginLabelEdit(label, kNumericEdit);
+  } else {
+    Form_Click();
+  }
+}
+
+QLabel* frmMain::EditingLabel() const {
+  return txtEditBox->isVisible() ? editingLabel_ : nullptr;
+}
+
+void frmMain::BeginLabelEdit(QLabel* Label, int16_t EditMode, std::optional<std::string> Value) {
+  txtEditBox_LostFocus();
+  QFont font = Label->font();
+  font.setPointSizeF(font.pointSizeF() - 1);
+  txtEditBox->setFont(font);
+  txtEditBox->setAlignment(Label->alignment());
+  // The highlight stands around the name under the mouse; the box takes its place when it is this label's.
+  const bool overHighlight = shpHighlight->isVisible() && highlightedLabel_ == Label;
+  txtEditBox->setGeometry(overHighlight ? shpHighlight->geometry() : Label->geometry());
+  txtEditBox->setText(Value ? QString::fromStdString(*Value) : Label->text());
+  editingLabel_ = Label;
+  editMode_ = EditMode;
+  txtEditBox->show();
+  txtEditBox->raise();
+  txtEditBox->setFocus(Qt::OtherFocusReason);
+  txtEditBox->selectAll();
+}
+
+// Commits the open edit: a blank text is never committed, so a name cannot be erased to nothing.
+void frmMain::txtEditBox_LostFocus() {
+  if (!txtEditBox->isVisible() || editingLabel_ == nullptr) {
+    return;
+  }
+  QLabel* label = editingLabel_;
+  const std::string text = txtEditBox->text().toStdString();
+  txtEditBox->hide();
+  if (IsBlankValue(text)) {
+    return;
+  }
+  std::vector<QLabel*>* labels = ArrayOf(label);
+  if (labels == &lblWeighting || labels == &lblRating) {
+    if (label->text().toStdString() != text) {
+      label->setText(QString::fromStdString(text));
+      const auto index = static_cast<int16_t>(IndexOf(*labels, label));
+      labels == &lblWeighting ? lblWeighting_Change(index) : lblRating_Change(index);
+    }
+    return;
+  }
+  SetCaption(label, text);
+}
+
+// Escape restores and closes without committing; Enter commits; Tab and Shift+Tab commit and move on to
+// the next or previous label of the same kind. Keys that type nothing (arrows, Delete) pass untouched.
+bool frmMain::txtEditBox_KeyPress(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+    const int offset = event->key() == Qt::Key_Tab && !(event->modifiers() & Qt::ShiftModifier) ? 1 : -1;
+    QLabel* label = editingLabel_;
+    txtEditBox_LostFocus();
+    editingLabel_ = label;
+    JumpToTabOffset(offset);
     return true;
   }
-  if (event->type() != QEvent::MouseMove) {
+  if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {
+    return false;
+  }
+  char32_t key = 0;
+  if (event->key() == Qt::Key_Escape) {
+    key = KeyEscape;
+  } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    key = KeyEnter;
+  } else if (event->key() == Qt::Key_Backspace) {
+    key = KeyBackspace;
+  } else if (!event->text().isEmpty() && event->text().at(0).isPrint()) {
+    key = event->text().toUcs4().value(0);
+  } else {
+    return false;
+  }
+  const QString text = txtEditBox->text();
+  const QString remaining = txtEditBox->hasSelectedText()
+                                ? text.left(txtEditBox->selectionStart()) + text.mid(txtEditBox->selectionEnd())
+                                : text;
+  switch (FilterEditBoxKey(key, remaining.toStdU32String(), editMode_ == kNumericEdit, kEditBoxMaxLength)) {
+    case EditKeyAction::Accept:
+      return false;
+    case EditKeyAction::Discard:
+      return true;
+    case EditKeyAction::Cancel:
+      CancelLabelEdit();
+      return true;
+    case EditKeyAction::Commit:
+      txtEditBox_LostFocus();
+      txtHiddenButton->setFocus(Qt::OtherFocusReason);
+      return true;
+  }
+  return false;
+}
+
+void frmMain::CancelLabelEdit() {
+  if (editingLabel_ != nullptr) {
+    txtEditBox->setText(editingLabel_->text());
+  }
+  editingLabel_ = nullptr;
+  txtEditBox->hide();
+  txtHiddenButton->setFocus(Qt::OtherFocusReason);
+}
+
+// Moves the editor to the next (+1) or previous (-1) label of the array last edited, wrapping at both
+// ends; the title belongs to no array, so nothing opens after it.
+void frmMain::JumpToTabOffset(int Offset) {
+  QLabel* label = editingLabel_;
+  std::vector<QLabel*>* labels = label != nullptr ? ArrayOf(label) : nullptr;
+  if (labels == nullptr || labels->empty()) {
+    txtHiddenButton->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  const int last = static_cast<int>(labels->size()) - 1;
+  int index = static_cast<int>(IndexOf(*labels, label)) + Offset;
+  if (index > last) {
+    index = 0;
+  } else if (index < 0) {
+    index = last;
+  }
+  QLabel* next = (*labels)[static_cast<size_t>(index)];
+  const QString tag = next->property("tag").toString();
+  if (tag.isEmpty()) {
+    BeginLabelEdit(next, editMode_);
+  } else {
+    BeginLabelEdit(next, editMode_, tag.toStdString());
+  }
+}
+
+// A click on the background commits any edit and takes the focus away from the edit box.
+void frmMain::Form_Click() {
+  txtEditBox_LostFocus();
+  txtHiddenButton->setFocus(Qt::MouseFocusReason);
+}
+
+void frmMain::RefreshAddButtons() {
+  btnAddAttribute->setEnabled(Topic().TotalAttributes() < Program().MaxAttributes);
+  btnAddOption->setEnabled(Topic().TotalOptions() < Program().MaxOptions);
+}
+
+void frmMain::btnAddAttribute_Click() {
+  if (Topic().TotalAttributes() >= Program().MaxAttributes) {
+    return;
+  }
+  std::vector<std::string> names;
+  for (int16_t a = 0; a < Topic().TotalAttributes(); ++a) {
+    names.push_back(Topic().GetAttributeName(a));
+  }
+  Topic().AddAttribute(NextDefaultName("Attribute", names, Topic().TotalAttributes()));
+  SetModified();
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+void frmMain::btnAddOption_Click() {
+  if (Topic().TotalOptions() >= Program().MaxOptions) {
+    return;
+  }
+  std::vector<std::string> names;
+  for (int16_t o = 0; o < Topic().TotalOptions(); ++o) {
+    names.push_back(Topic().GetOptionName(o));
+  }
+  Topic().AddOption(NextDefaultName("Option", names, Topic().TotalOptions()));
+  SetModified();
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+void frmMain::btnRemoveAttribute_Click() {
+  Topic().DeleteAttribute(std::min<int16_t>(highlightedAttribute_, Topic().TotalAttributes() - 1));
+  SetModified();
+  CancelLabelEdit();
+  highlightedAttribute_ = 0;
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+void frmMain::btnRemoveOption_Click() {
+  Topic().DeleteOption(std::min<int16_t>(highlightedOption_, Topic().TotalOptions() - 1));
+  SetModified();
+  CancelLabelEdit();
+  highlightedOption_ = 0;
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == txtEditBox) {
+    if (event->type() == QEvent::KeyPress) {
+      return txtEditBox_KeyPress(static_cast<QKeyEvent*>(event));
+    }
+    if (event->type() == QEvent::FocusOut) {
+      const auto reason = static_cast<QFocusEvent*>(event)->reason();
+      // Another window taking the focus (a message box, another program) leaves the edit open.
+      if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
+        txtEditBox_LostFocus();
+      }
+    }
     return QWidget::eventFilter(watched, event);
   }
-  auto* label = qobject_cast<QLabel*>(watched);
-  const auto contains = [label](const std::vector<QLabel*>& labels) {
-    return std::find(labels.begin(), labels.end(), label) != labels.end();
-  };
-  if (watched == client_) {
-    PlaceHighlight(nullptr, 0);
-  } else if (label != nullptr && contains(lblOption)) {
-    PlaceHighlight(label, kHighlightOption);
-  } else if (label != nullptr && contains(lblAttribute)) {
-    PlaceHighlight(label, kHighlightAttribute);
-  } else if (label != nullptr && contains(lblWeighting)) {
-    PlaceHighlight(lblAttribute[IndexOf(lblWeighting, label)], kHighlightAttribute);
-  } else if (label != nullptr && contains(lblRating)) {
-    PlaceHighlight(
-        lblOption[static_cast<size_t>(GetOptionIDFromIndex(static_cast<int16_t>(IndexOf(lblRating, label))))],
-        kHighlightOption);
-  } else if (label == lblTitle) {
-    PlaceHighlight(nullptr, 0);
+  if (event->type() == QEvent::MouseButtonPress) {
+    if (watched == imgResizeTab) {
+      imgResizeTab_MouseDown();
+      return true;
+    }
+    if (watched == client_) {
+      Form_Click();
+    } else if (auto* label = qobject_cast<QLabel*>(watched)) {
+      LabelClicked(label);
+      return true;
+    }
+    return QWidget::eventFilter(watched, event);
+  }
+  if (event->type() == QEvent::MouseMove) {
+    auto* label = qobject_cast<QLabel*>(watched);
+    const auto contains = [label](const std::vector<QLabel*>& labels) {
+      return std::find(labels.begin(), labels.end(), label) != labels.end();
+    };
+    if (watched == client_) {
+      // Moving within the highlighted row (onto its delete button, say) keeps the highlight.
+      const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
+      if (!shpHighlight2->isVisible() || !shpHighlight2->geometry().contains(at)) {
+        PlaceHighlight(nullptr, 0);
+      }
+    } else if (label != nullptr && contains(lblOption)) {
+      PlaceHighlight(label, kHighlightOption);
+    } else if (label != nullptr && contains(lblAttribute)) {
+      PlaceHighlight(label, kHighlightAttribute);
+    }
   }
   return QWidget::eventFilter(watched, event);
 }

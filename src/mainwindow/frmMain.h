@@ -3,10 +3,14 @@
 #include <QImage>
 #include <QWidget>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
+class QKeyEvent;
 class QLabel;
+class QLineEdit;
 class QScrollArea;
 
 namespace tarvelin {
@@ -61,6 +65,16 @@ class frmMain final : public QWidget {
   // Starts a new topic as the New command does, without asking to save first.
   void StartNewTopic();
 
+  // Opens the one edit box over a label (committing an open edit first), filled with Value or else the
+  // label's text, fully selected. EditMode 1 edits a number, anything else a text.
+  void BeginLabelEdit(QLabel* Label, int16_t EditMode, std::optional<std::string> Value = std::nullopt);
+  // The label being edited while the edit box is open, else null.
+  QLabel* EditingLabel() const;
+
+  // The entries the delete buttons remove: the rows last highlighted (the first rows at the start).
+  int16_t SelectedOption() const { return highlightedOption_; }
+  int16_t SelectedAttribute() const { return highlightedAttribute_; }
+
   bool ShowScores() const { return showScores_; }
   bool ShowWeightings() const { return showWeightings_; }
   bool ShowRatings() const { return showRatings_; }
@@ -101,6 +115,9 @@ class frmMain final : public QWidget {
   void lblOption_Change(int16_t Index);
   void lblAttribute_Change(int16_t Index);
   void lblScoreTitle_Change(int16_t Index);
+  void lblWeighting_Change(int16_t Index);
+  void lblRating_Change(int16_t Index);
+  void ApplyValue(const std::function<void()>& store);
   void sliderWeighting_Change(int16_t Index);
   void sliderRating_Change(int16_t Index);
   void RefreshToggleButtons();
@@ -109,6 +126,18 @@ class frmMain final : public QWidget {
   void btnToggleRatings_Click();
   void imgResizeTab_MouseDown();
   void PlaceHighlight(QLabel* label, int kind);
+  void LabelClicked(QLabel* label);
+  bool txtEditBox_KeyPress(QKeyEvent* event);
+  void txtEditBox_LostFocus();
+  void CancelLabelEdit();
+  void JumpToTabOffset(int Offset);
+  void Form_Click();
+  void btnAddAttribute_Click();
+  void btnAddOption_Click();
+  void btnRemoveAttribute_Click();
+  void btnRemoveOption_Click();
+  void RefreshAddButtons();
+  std::vector<QLabel*>* ArrayOf(const QLabel* label);
 
   void ApplyPlacement();
   void SavePlacement();
@@ -137,7 +166,13 @@ class frmMain final : public QWidget {
   GraphicalButton *btnToggleScore = nullptr, *btnToggleWeightings = nullptr, *btnToggleRatings = nullptr;
   GraphicalButton *btnAddAttribute = nullptr, *btnRemoveAttribute = nullptr;
   GraphicalButton *btnAddOption = nullptr, *btnRemoveOption = nullptr;
-  QWidget* shpHighlight = nullptr;
+  QWidget* shpHighlight = nullptr;   // around the highlighted name; the edit box takes its place
+  QWidget* shpHighlight2 = nullptr;  // the band of the highlighted row
+  QLabel* highlightedLabel_ = nullptr;
+  QLineEdit* txtEditBox = nullptr;
+  QWidget* txtHiddenButton = nullptr;  // takes the focus when an edit ends, committing it
+  QLabel* editingLabel_ = nullptr;
+  int16_t editMode_ = 0;
   QWidget* imgResizeTab = nullptr;
   QWidget* picMask = nullptr;
   QLabel* lblLoading = nullptr;

@@ -17,6 +17,12 @@ std::string TextFrom(std::string_view Text, long long Position);
 // True for a missing value or an empty text; a text of blanks is not blank.
 bool IsBlankValue(const std::optional<std::string>& Value);
 bool IsBlankValue(std::string_view Value);
+inline bool IsBlankValue(const std::string& Value) {
+  return Value.empty();
+}
+inline bool IsBlankValue(const char* Value) {
+  return Value == nullptr || *Value == '\0';
+}
 
 // Removes leading and trailing blanks (spaces only, as the file formats define blanks).
 std::string TrimBlanks(std::string_view Text);
