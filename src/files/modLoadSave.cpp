@@ -6,6 +6,9 @@
 #include "files/CSVFile.h"
 #include "files/INIFile.h"
 #include "files/modNumberText.h"
+#include "graphics/BmpWriter.h"
+#include "graphics/JpegWriter.h"
+#include "graphics/cDIBSection.h"
 #include "model/TarvelinTopic.h"
 #include "model/modRounding.h"
 #include "startup/modStartup.h"
@@ -444,6 +447,111 @@ bool LoadTopicReportingErrors(const std::string& FileName, std::unique_ptr<Tarve
   } catch (const TarvelinError& error) {
     ReportError(kLoadFailed, error);
     return false;
+  }
+}
+
+namespace {
+
+constexpr uint32_t kSaveDialogFlags = 0x208802;  // overwrite prompt, path must exist, no read-only, long names
+constexpr uint32_t kOpenDialogFlags = 0x201004;  // file must exist, hide read-only, long names
+constexpr int32_t kScreenshotQuality = 100;
+
+// The main window's display area, brought up to date, as a picture.
+cDIBSection CaptureDisplay() {
+  cDIBSection picture;
+  if (Program().CaptureDisplay) {
+    Program().CaptureDisplay(picture);
+  }
+  return picture;
+}
+
+// Writes a screenshot; true when it was written.
+bool SaveScreenshot(const std::string& FileName, bool AsJpeg) {
+  try {
+    const cDIBSection picture = CaptureDisplay();
+    if (AsJpeg) {
+      WriteJpegFile(picture, FileName, kScreenshotQuality);
+    } else {
+      WriteBmpFile(picture, FileName);
+    }
+    return true;
+  } catch (const TarvelinError& error) {
+    ReportError(kSaveFailed, error);
+    return false;
+  }
+}
+
+}  // namespace
+
+bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic) {
+  FileDialogRequest request;
+  request.Filter =
+      "Tarvelin Topic (*.tvt)|*.tvt|Excel CSV file (*.csv)|*.csv|Screenshot - JPG Image (*.jpg)|*.jpg|"
+      "Screenshot - Bitmap Image (*.bmp)|*.bmp";
+  request.Flags = kSaveDialogFlags;
+  request.InitialDir = Program().LastUsedDir;
+  request.FileName = StripInvalidFileNameChars(Topic->Name());
+  const std::optional<std::string> chosen = Program().UI->SaveFile(request);
+  if (!chosen) {
+    return false;
+  }
+  Program().LastUsedDir = FolderOfPath(*chosen);
+  const std::string extension = LastCharacters(*chosen, 4);
+  bool saved = false;
+  if (extension == ".csv") {
+    ExportTopicCSV(*chosen, *Topic);
+    saved = true;
+  } else if (extension == ".jpg") {
+    saved = SaveScreenshot(*chosen, true);
+  } else if (extension == ".bmp") {
+    SaveScreenshot(*chosen, false);
+  } else {
+    saved = SaveTopicFile(*chosen, *Topic);
+    if (saved) {
+      Program().Modified = false;
+    }
+  }
+  if (saved) {
+    Program().CurrentFileName = *chosen;
+  }
+  return saved;
+}
+
+bool OpenTopicDialog(std::unique_ptr<TarvelinTopic>& Topic) {
+  FileDialogRequest request;
+  request.Filter = "Tarvelin Topic (*.tvt)|*.tvt|Excel CSV file (*.csv)|*.csv";
+  request.Flags = kOpenDialogFlags;
+  request.InitialDir = Program().LastUsedDir;
+  const std::optional<std::string> chosen = Program().UI->OpenFile(request);
+  if (!chosen) {
+    return false;
+  }
+  Program().LastUsedDir = FolderOfPath(*chosen);
+  if (Program().SettingsDialogHide) {
+    Program().SettingsDialogHide();
+  }
+  const bool loaded = LoadTopicReportingErrors(*chosen, Topic);
+  if (loaded) {
+    Program().CurrentFileName = *chosen;
+    Program().Modified = false;
+  } else if (Program().SettingsDialogShow) {
+    Program().SettingsDialogShow();
+  }
+  return loaded;
+}
+
+bool AskSaveTopicFirst(std::unique_ptr<TarvelinTopic>& Topic) {
+  if (!Program().Modified) {
+    return true;
+  }
+  switch (Program().UI->ShowMessage("Do you want to save this topic first?", MsgButtons::YesNoCancel, MsgIcon::Question,
+                                    "Save Topic")) {
+    case MsgResult::Yes:
+      return SaveTopicDialog(Topic);
+    case MsgResult::No:
+      return true;
+    default:
+      return false;
   }
 }
 

@@ -35,4 +35,18 @@ bool ImportTopicCSV(const std::string& FileName, std::unique_ptr<TarvelinTopic>&
 // unchanged.
 bool LoadTopicReportingErrors(const std::string& FileName, std::unique_ptr<TarvelinTopic>& Topic);
 
+// The save command: asks for a name and writes the topic in the format its last four characters choose,
+// case-sensitively and with no extension added: ".csv" a CSV export, ".jpg" and ".bmp" a screenshot of the
+// main window, anything else a topic file. True when a topic or CSV file was written or a JPEG screenshot
+// saved; the chosen name then becomes the current file name. Cancel gives false without a message.
+bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic);
+
+// The open command: asks for a topic or CSV file and loads it (see LoadTopicReportingErrors). True when a
+// new topic replaced Topic; the chosen name then becomes the current file name.
+bool OpenTopicDialog(std::unique_ptr<TarvelinTopic>& Topic);
+
+// Asks whether to save unsaved changes first. True when the caller may go on (no changes, No, or Yes
+// followed by a successful save); false when the person cancelled.
+bool AskSaveTopicFirst(std::unique_ptr<TarvelinTopic>& Topic);
+
 }  // namespace tarvelin

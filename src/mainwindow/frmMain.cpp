@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "files/modLoadSave.h"
+#include "graphics/cDIBSection.h"
 #include "mainwindow/ClientArea.h"
 #include "mainwindow/GraphicalButton.h"
 #include "mainwindow/MainWindowLayout.h"
@@ -20,6 +21,9 @@
 #include "mainwindow/modDecoration.h"
 #include "mainwindow/modDisplay.h"
 #include "mainwindow/modLabelEditing.h"
+#include "platform/qt/QtClipboard.h"
+#include "platform/qt/modPictureConversion.h"
+#include "settingsdialog/frmOptions.h"
 #include "startup/modSettings.h"
 #include "startup/modStartup.h"
 #include "util/TarvelinError.h"
@@ -83,9 +87,15 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   scrollArea_->setWidget(client_);
   CreateFixedControls();
   resize(kDesignSize);
+  Program().CaptureDisplay = [this](cDIBSection& Picture) {
+    CaptureWindow();
+    DIBFromImage(capturedPicture_, Picture);
+  };
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+  Program().CaptureDisplay = nullptr;
+}
 
 QLabel* frmMain::CreateLabel(const QString& objectName, const QFont& font, Qt::Alignment alignment) {
   auto* label = new QLabel(client_);
@@ -197,6 +207,10 @@ void frmMain::CreateCommandRow() {
   btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load);
   btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save);
   btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings);
+  connect(btnNew, &QAbstractButton::clicked, this, [this] { btnNew_Click(); });
+  connect(btnLoad, &QAbstractButton::clicked, this, [this] { btnLoad_Click(); });
+  connect(btnSave, &QAbstractButton::clicked, this, [this] { btnSave_Click(); });
+  connect(btnSettings, &QAbstractButton::clicked, this, [this] { btnSettings_Click(); });
 }
 
 void frmMain::CreatePanel(QWidget*& frame, QLabel*& heading, GraphicalButton*& toggle, const char* frameName,
@@ -224,7 +238,7 @@ void frmMain::Form_Load() {
   }
   ApplyPlacement();
   if (!loaded) {
-    StartNewTopic();
+    NewTopic();
   }
   bool rowsChanged = false;
   UpdateSliderArrays(rowsChanged);
@@ -261,21 +275,148 @@ void frmMain::SavePlacement() {
   SaveSettings(placement);
 }
 
-void frmMain::StartNewTopic() {
+void frmMain::btnNew_Click() {
+  if (AskSaveTopicFirst(Program().Topic)) {
+    NewTopic();
+  }
+}
+
+// A new topic of two options and two attributes; the settings dialog may follow. Cancelling it brings the
+// previous topic back untouched; loading a topic from it keeps the loaded one.
+void frmMain::NewTopic() {
   StartLoad();
-  const bool normalise = Program().Topic ? Topic().NormaliseWeights() : false;
+  std::unique_ptr<TarvelinTopic> previous = std::move(Program().Topic);
   Program().Topic = std::make_unique<TarvelinTopic>();
-  Topic().SetNormaliseWeights(normalise);
+  Topic().SetNormaliseWeights(previous ? previous->NormaliseWeights() : false);
   Topic().SetRounding(3);
   Topic().SetTotalAttributes(2);
   Topic().SetTotalOptions(2);
+  const std::string previousFileName = Program().CurrentFileName;
+  const bool previousModified = Program().Modified;
   Program().CurrentFileName.clear();
   Program().Modified = false;
-  showScores_ = showWeightings_ = showRatings_ = true;
-  RefreshToggleButtons();
+  auto result = decltype(OptionsOutcome::Result)::Applied;
+  if (Program().ShowSettingsOnNew) {
+    EndLoad();
+    frmOptions options(
+        true, [] { return OpenTopicDialog(Program().Topic); }, this);
+    result = options.ShowModal().Result;
+    StartLoad();
+  }
+  if (result == decltype(OptionsOutcome::Result)::Cancelled && previous) {
+    Program().Topic = std::move(previous);
+    Program().CurrentFileName = previousFileName;
+    Program().Modified = previousModified;
+  } else {
+    showScores_ = showWeightings_ = showRatings_ = true;
+    RefreshToggleButtons();
+  }
   EndLoad();
   bool rowsChanged = false;
   UpdateSliderArrays(rowsChanged);
+}
+
+void frmMain::btnLoad_Click() {
+  if (!AskSaveTopicFirst(Program().Topic) || !OpenTopicDialog(Program().Topic)) {
+    return;
+  }
+  StartLoad();
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+  EndLoad();
+  RepaintGradients();
+}
+
+void frmMain::btnSave_Click() {
+  SaveTopicDialog(Program().Topic);
+}
+
+void frmMain::btnSettings_Click() {
+  frmOptions options(
+      false, [] { return OpenTopicDialog(Program().Topic); }, this);
+  const OptionsOutcome outcome = options.ShowModal();
+  if (outcome.CountsChanged || outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded) {
+    bool rowsChanged = false;
+    UpdateSliderArrays(rowsChanged);
+    return;
+  }
+  busy_ = true;
+  UpdateSettings();
+  QApplication::processEvents();
+  RepaintGradients();
+  busy_ = false;
+}
+
+bool frmMain::Form_KeyDown(QKeyEvent* event) {
+  if (event->modifiers() != Qt::ControlModifier) {
+    return false;
+  }
+  switch (event->key()) {
+    case Qt::Key_S:
+      btnSave_Click();
+      return true;
+    case Qt::Key_L:
+      btnLoad_Click();
+      return true;
+    case Qt::Key_Q:
+      close();
+      return true;
+    case Qt::Key_N:
+      btnNew_Click();
+      return true;
+    case Qt::Key_C:
+      CopyPictureToClipboard();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void frmMain::keyPressEvent(QKeyEvent* event) {
+  if (!Form_KeyDown(event)) {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void frmMain::CopyPictureToClipboard() {
+  CaptureWindow();
+  cDIBSection picture;
+  DIBFromImage(capturedPicture_, picture);
+  QtClipboard clipboard;
+  picture.CopyToClipboard(clipboard);
+}
+
+void frmMain::CaptureWindow() {
+  const std::vector<QWidget*> hidden = {
+      btnSave,         btnLoad,      btnNew,         btnSettings,         imgResizeTab,
+      btnAddAttribute, btnAddOption, btnToggleScore, btnToggleWeightings, btnToggleRatings};
+  std::vector<QWidget*> wasVisible;
+  for (QWidget* control : hidden) {
+    if (control->isVisible()) {
+      wasVisible.push_back(control);
+      control->hide();
+    }
+  }
+  const QPoint weightingsHeading = lblWeightings->pos();
+  const QPoint ratingsHeading = lblRatings->pos();
+  lblWeightings->move(picWeightingFrame->x() + 10, weightingsHeading.y());
+  lblRatings->move(picRatingFrame->x() + 10, ratingsHeading.y());
+  QLabel* editing = EditingLabel();
+  const QString editText = txtEditBox->text();
+  txtEditBox->hide();
+  PlaceHighlight(nullptr, 0);
+  capturedPicture_ = client_->grab().toImage();
+  for (QWidget* control : wasVisible) {
+    control->show();
+  }
+  lblWeightings->move(weightingsHeading);
+  lblRatings->move(ratingsHeading);
+  if (editing != nullptr) {
+    txtEditBox->setGeometry(editing->geometry());
+    txtEditBox->setText(editText);
+    txtEditBox->show();
+    txtEditBox->setFocus(Qt::OtherFocusReason);
+  }
 }
 
 int16_t frmMain::TranslateToIndex(int16_t OptionID, int16_t AttributeID) const {
@@ -853,6 +994,11 @@ void frmMain::changeEvent(QEvent* event) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+  txtEditBox_LostFocus();
+  if (!AskSaveTopicFirst(Program().Topic)) {
+    event->ignore();
+    return;
+  }
   SavePlacement();
   event->accept();
 }
@@ -961,6 +1107,9 @@ bool frmMain::txtEditBox_KeyPress(QKeyEvent* event) {
     txtEditBox_LostFocus();
     editingLabel_ = label;
     JumpToTabOffset(offset);
+    return true;
+  }
+  if (Form_KeyDown(event)) {
     return true;
   }
   if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {

@@ -62,8 +62,19 @@ class frmMain final : public QWidget {
   void HLine(int16_t Y, uint32_t Colour);
   void VLine(int16_t X, uint32_t Colour);
 
-  // Starts a new topic as the New command does, without asking to save first.
-  void StartNewTopic();
+  // The commands. Load and New ask to save unsaved changes first; New opens the settings dialog when the
+  // preference says so and keeps the old topic when it is cancelled.
+  void btnNew_Click();
+  void btnLoad_Click();
+  void btnSave_Click();
+  void btnSettings_Click();
+  // Ctrl+S, Ctrl+L, Ctrl+Q, Ctrl+N and Ctrl+C, with Ctrl alone; true when the key was a shortcut.
+  bool Form_KeyDown(QKeyEvent* event);
+
+  // Grabs a clean picture of the client area (no command buttons, toggles, grip or highlight) into
+  // picCapture, leaving the window as it was.
+  void CaptureWindow();
+  const QImage& CapturedPicture() const { return capturedPicture_; }
 
   // Opens the one edit box over a label (committing an open edit first), filled with Value or else the
   // label's text, fully selected. EditMode 1 edits a number, anything else a text.
@@ -89,6 +100,7 @@ class frmMain final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -139,6 +151,8 @@ class frmMain final : public QWidget {
   void RefreshAddButtons();
   std::vector<QLabel*>* ArrayOf(const QLabel* label);
 
+  void NewTopic();
+  void CopyPictureToClipboard();
   void ApplyPlacement();
   void SavePlacement();
 
@@ -151,6 +165,8 @@ class frmMain final : public QWidget {
   QScrollArea* scrollArea_ = nullptr;
   ClientArea* client_ = nullptr;
   QImage persistentImage_;
+  QImage capturedPicture_;  // picCapture's picture
+  bool busy_ = false;
   // What the persistent image was built for.
   struct DecorationGeometry {
     QSize Client;

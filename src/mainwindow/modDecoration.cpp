@@ -7,6 +7,7 @@
 #include "graphics/cDIBSection.h"
 #include "graphics/clsGradientFill.h"
 #include "mainwindow/modColours.h"
+#include "platform/qt/modPictureConversion.h"
 
 namespace tarvelin {
 
@@ -20,21 +21,11 @@ const clsGradientFill& SharedGradientFill() {
   return gradientFill;
 }
 
-QImage ImageFromPicture(const cDIBSection& Picture) {
-  if (Picture.Width() == 0 || Picture.Height() == 0) {
-    return QImage();
-  }
-  // The picture's rows are stored bottom-up; a mirrored copy brings them into screen order.
-  const QImage view(Picture.DIBSectionBitsPtr(), Picture.Width(), Picture.Height(), Picture.BytesPerScanLine(),
-                    QImage::Format_BGR888);
-  return view.mirrored().convertToFormat(QImage::Format_RGB32);
-}
-
 QImage SweepImage(QSize DeviceSize, uint32_t ColourA, uint32_t ColourB) {
   cDIBSection picture;
   picture.Create(DeviceSize.width(), DeviceSize.height());
   FillTwoColourGradient(picture, ColourA, ColourB);
-  return ImageFromPicture(picture);
+  return ImageFromDIB(picture).convertToFormat(QImage::Format_RGB32);
 }
 
 QSize DeviceSizeOf(QSize Size, qreal PixelRatio) {

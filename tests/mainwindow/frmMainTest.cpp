@@ -59,6 +59,7 @@ class frmMainTest final : public QObject {
     Program().FileToOpen.clear();
     Program().FileTypeToOpen.clear();
     Program().DisplayAsDecimal = true;
+    Program().ShowSettingsOnNew = false;
   }
 
   void cleanup() {
