@@ -115,11 +115,29 @@ class TemporaryFile {
 }  // namespace
 
 #ifndef _WIN32
+// The file that a name finally stands for: a link is followed, so that the link stays and the file it
+// points to is replaced. Anything but a regular file or a new name (a folder, a device such as /dev/full,
+// a pipe) is refused: renaming over it would destroy it.
+std::string ReplaceableTarget(const std::string& FileName) {
+  std::error_code error;
+  const auto status = std::filesystem::status(FileName, error);
+  if (status.type() == std::filesystem::file_type::not_found) {
+    return FileName;
+  }
+  if (status.type() != std::filesystem::file_type::regular) {
+    throw TarvelinError::RuntimeFault(ErrPathFileAccess, kSource);
+  }
+  return std::filesystem::is_symlink(std::filesystem::symlink_status(FileName, error))
+             ? std::filesystem::canonical(FileName, error).string()
+             : FileName;
+}
+
 void WriteFileAtomically(const std::string& FileName, std::string_view Contents) {
-  TemporaryFile temporary(FileName);
+  const std::string target = ReplaceableTarget(FileName);
+  TemporaryFile temporary(target);
   temporary.Write(Contents);
-  temporary.TakePermissionsOf(FileName);
-  temporary.CommitAs(FileName);
+  temporary.TakePermissionsOf(target);
+  temporary.CommitAs(target);
 }
 #else
 void WriteFileAtomically(const std::string& FileName, std::string_view Contents) {

@@ -59,6 +59,20 @@ TEST(WriteFileAtomically, FailuresRaiseAndLeaveTheOldFileAlone) {
   EXPECT_EQ(EntriesIn(folder.Path()), 1u);
 }
 
+TEST(WriteFileAtomically, ADeviceIsRefusedAndALinkKeptWhileItsFileIsReplaced) {
+  EXPECT_EQ(ErrorNumberOfWrite("/dev/full", "x"), ErrPathFileAccess);
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+
+  TempFolder folder;
+  const auto real = folder.File("real.tvt");
+  const auto link = folder.File("link.tvt");
+  WriteBytes(real, "old");
+  std::filesystem::create_symlink(real, link);
+  WriteFileAtomically(link, "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  EXPECT_EQ(ReadBytes(real), "new");
+}
+
 TEST(WriteFileAtomically, AFolderWithoutWriteAccessIsRefused) {
   if (geteuid() == 0) {
     GTEST_SKIP() << "permission bits do not stop the superuser";
