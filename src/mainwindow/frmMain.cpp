@@ -675,6 +675,9 @@ void frmMain::PlaceRatingRows(int panelTop, int panelWidth) {
       lblRating[i]->setGeometry(sliderLeft + sliderWidth + 10, top, kValueLabelWidth, kRowHeight);
       sliderRating[i]->setVisible(showRatings_);
       lblRating[i]->setVisible(showRatings_);
+      // The rows of a block carry no attribute names of their own; the tooltip tells which rating it is.
+      sliderRating[i]->setToolTip(QString::fromStdString(Topic().GetOptionName(static_cast<int16_t>(o)) + ": " +
+                                                         Topic().GetAttributeName(static_cast<int16_t>(a))));
     }
   }
 }
