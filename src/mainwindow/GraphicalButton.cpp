@@ -87,9 +87,11 @@ void GraphicalButton::pPaintBackground(QPainter& Painter) const {
   }
 }
 
-// The picture and caption are centred; the content moves down and right while the button is pressed.
+// The picture and caption are centred; the content moves down and right while the button is pressed. A
+// button too narrow for the usual padding (a picture-only button) gives up padding before content.
 QRectF GraphicalButton::pContentRect() const {
-  const QRectF inner = QRectF(rect()).adjusted(HorizontalPadding, 0, -HorizontalPadding, 0);
+  const double padding = std::clamp((width() - pContentWidth()) / 2.0, 0.0, double{HorizontalPadding});
+  const QRectF inner = QRectF(rect()).adjusted(padding, 0, -padding, 0);
   const double slack = std::max(0.0, inner.width() - pContentWidth());
   const QPointF sink = isDown() ? QPointF(1, 1) : QPointF(0, 0);
   return inner.adjusted(slack / 2, 0, 0, 0).translated(sink);
