@@ -169,7 +169,8 @@ std::string ReadWholeFile(const std::string& FileName) {
   if (!std::filesystem::exists(FileName, error)) {
     throw TarvelinError::RuntimeFault(ErrFileNotFound, kSource);
   }
-  if (std::filesystem::is_directory(FileName, error)) {
+  // Only a regular file has an end: a device such as /dev/zero or /dev/full would be read forever.
+  if (!std::filesystem::is_regular_file(FileName, error)) {
     throw TarvelinError::RuntimeFault(ErrPathFileAccess, kSource);
   }
   std::ifstream in(FileName, std::ios::binary);

@@ -11,7 +11,8 @@ namespace tarvelin {
 // runtime error number that fits the cause (61 disk full, 70 permission denied, 75 access, 76 path).
 void WriteFileAtomically(const std::string& FileName, std::string_view Contents);
 
-// Reads a whole file as bytes. Raises error 53 when it does not exist, 75 when it cannot be read.
+// Reads a whole file as bytes, following links. Raises error 53 when it does not exist, 75 when it is not a
+// regular file (a folder, a device, a pipe) or cannot be read.
 std::string ReadWholeFile(const std::string& FileName);
 
 }  // namespace tarvelin

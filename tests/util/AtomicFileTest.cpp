@@ -110,7 +110,7 @@ TEST(WriteFileAtomically, AWriteThatFailsPartWayKeepsTheOldFile) {
   }
 }
 
-TEST(ReadWholeFile, ReadsBytesAndRaisesForMissingFilesAndFolders) {
+TEST(ReadWholeFile, ReadsBytesAndRaisesForMissingFilesFoldersAndDevices) {
   TempFolder folder;
   const auto file = folder.File("data.bin");
   WriteBytes(file, std::string("a\0b\r\n", 5));
@@ -122,6 +122,8 @@ TEST(ReadWholeFile, ReadsBytesAndRaisesForMissingFilesAndFolders) {
       },
       TarvelinError);
   EXPECT_THROW(ReadWholeFile(folder.Path().string()), TarvelinError);
+  // A device is refused even when it reads as empty; others never end.
+  EXPECT_THROW(ReadWholeFile("/dev/null"), TarvelinError);
 }
 
 }  // namespace
