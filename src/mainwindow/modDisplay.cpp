@@ -12,14 +12,17 @@ namespace tarvelin {
 
 namespace {
 
+// Measured first: a large number, or many places, can need hundreds of characters.
 std::string FixedPlaces(double Number, int Places) {
-  std::array<char, 64> buffer{};
-  const int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", Places, Number);
-  return std::string(buffer.data(), static_cast<size_t>(length));
+  const int length = std::snprintf(nullptr, 0, "%.*f", Places, Number);
+  std::string text(static_cast<size_t>(length), '\0');
+  std::snprintf(text.data(), text.size() + 1, "%.*f", Places, Number);
+  return text;
 }
 
+// Fixed notation without an exponent: the smallest denormal takes 327 characters, the largest double 310.
 std::string ShortestExact(double Number) {
-  std::array<char, 64> buffer{};
+  std::array<char, 330> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), Number, std::chars_format::fixed);
   return std::string(buffer.data(), result.ptr);
 }

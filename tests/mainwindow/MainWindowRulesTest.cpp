@@ -1,4 +1,6 @@
 #include <QTest>
+#include <cmath>
+#include <limits>
 
 #include "gui_support/GuiTestRegistry.h"
 #include "mainwindow/MainWindowLayout.h"
@@ -26,6 +28,10 @@ class MainWindowRulesTest final : public QObject {
     QTest::newRow("decimal, rounding 4") << 0.756 << 4 << true << "0.7560";
     QTest::newRow("decimal, no rounding") << 0.1 << -1 << true << "0.1";
     QTest::newRow("decimal, no rounding, long") << 1.0 / 3 << -1 << true << "0.3333333333333333";
+    // Longer than any fixed-size buffer a label would seem to need.
+    QTest::newRow("decimal, no rounding, tiny") << 1e-66 << -1 << true << "0." + QString(65, '0') + "1";
+    QTest::newRow("decimal, rounding 2, huge")
+        << 1e70 << 2 << true << "10000000000000000725314363815292351261583744096465219555182101554790400.00";
   }
   void formatsDecimalsAndPercentages() {
     QFETCH(double, number);
@@ -33,6 +39,19 @@ class MainWindowRulesTest final : public QObject {
     QFETCH(bool, decimal);
     QFETCH(QString, text);
     QCOMPARE(QString::fromStdString(FormatNumberForDisplay(number, static_cast<int16_t>(rounding), decimal)), text);
+  }
+
+  void unroundedDecimalsReadBackAsThemselves_data() {
+    QTest::addColumn<double>("value");
+    QTest::newRow("a third") << 1.0 / 3;
+    QTest::newRow("just below 1") << std::nextafter(1.0, 0.0);
+    QTest::newRow("1e-66") << 1e-66;
+    QTest::newRow("smallest denormal") << std::numeric_limits<double>::denorm_min();
+  }
+  void unroundedDecimalsReadBackAsThemselves() {
+    QFETCH(double, value);
+    double shown = value;
+    QCOMPARE(NormaliseNumericInput(FormatNumberForDisplay(shown, -1, true), true), value);
   }
 
   void percentageDisplayLeavesTheCallersNumberInPercent() {
