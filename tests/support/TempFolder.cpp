@@ -18,10 +18,13 @@ TempFolder::TempFolder() {
 
 TempFolder::~TempFolder() {
   std::error_code ignored;
-  // Tests may have made parts read-only; give write access back so that everything can be removed.
+  // Tests may have made parts read-only; give write access back so that everything can be removed. A link
+  // is left alone: changing it would change what it points to, which may be a device such as /dev/full.
   for (const auto& entry : std::filesystem::recursive_directory_iterator(path_, ignored)) {
-    std::filesystem::permissions(entry.path(), std::filesystem::perms::owner_all, std::filesystem::perm_options::add,
-                                 ignored);
+    if (!entry.is_symlink()) {
+      std::filesystem::permissions(entry.path(), std::filesystem::perms::owner_all, std::filesystem::perm_options::add,
+                                   ignored);
+    }
   }
   std::filesystem::permissions(path_, std::filesystem::perms::owner_all, std::filesystem::perm_options::add, ignored);
   std::filesystem::remove_all(path_, ignored);
