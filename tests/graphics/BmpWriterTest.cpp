@@ -3,7 +3,6 @@
 
 #include "graphics/BmpWriter.h"
 #include "graphics/PictureTestHelpers.h"
-#include "graphics/UnwritableTargets.h"
 #include "graphics/cDIBSection.h"
 #include "support/TempFolder.h"
 
@@ -40,18 +39,6 @@ TEST(BmpWriterRoundTrip, AnIndependentReaderGetsEveryPixelBack) {
   empty.Create(4, 0);
   EXPECT_EQ(testing::ErrorNumberOf([&] { EncodeBmp(empty); }), ErrInvalidCall);
 }
-
-class BmpWriterUnwritable : public ::testing::TestWithParam<testing::UnwritableTarget> {};
-
-TEST_P(BmpWriterUnwritable, RaisesTheFileErrorAndKeepsTheOldFile) {
-  if (GetParam() == testing::UnwritableTarget::ReadOnlyFolder && testing::PermissionsAreIgnored()) {
-    GTEST_SKIP() << "permissions do not stop this user";
-  }
-  const cDIBSection picture = testing::PatternPicture(8, 8);
-  testing::ExpectWriteFailsCleanly(GetParam(), [&](const std::string& FileName) { WriteBmpFile(picture, FileName); });
-}
-
-INSTANTIATE_TEST_SUITE_P(Targets, BmpWriterUnwritable, ::testing::ValuesIn(testing::kUnwritableTargets));
 
 }  // namespace
 }  // namespace tarvelin

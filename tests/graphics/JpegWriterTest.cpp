@@ -9,7 +9,6 @@
 
 #include "graphics/JpegWriter.h"
 #include "graphics/PictureTestHelpers.h"
-#include "graphics/UnwritableTargets.h"
 #include "graphics/cDIBSection.h"
 #include "graphics/clsGradientFill.h"
 #include "support/TempFolder.h"
@@ -74,21 +73,6 @@ TEST(JpegWriterErrors, QualityOutOfRangeAndEmptyPicturesAreRefused) {
   }
   EXPECT_FALSE(std::filesystem::exists(folder.File("empty.jpg")));
 }
-
-class JpegWriterUnwritable : public ::testing::TestWithParam<testing::UnwritableTarget> {};
-
-TEST_P(JpegWriterUnwritable, RaisesTheSaveErrorAndKeepsTheOldFile) {
-  if (GetParam() == testing::UnwritableTarget::ReadOnlyFolder && testing::PermissionsAreIgnored()) {
-    GTEST_SKIP() << "permissions do not stop this user";
-  }
-  cDIBSection picture;
-  picture.Create(8, 8);
-  const std::string description = testing::ExpectWriteFailsCleanly(
-      GetParam(), [&](const std::string& FileName) { WriteJpegFile(picture, FileName, 100); });
-  EXPECT_EQ(description.rfind("Failed to save to JPG ", 0), 0u) << description;
-}
-
-INSTANTIATE_TEST_SUITE_P(Targets, JpegWriterUnwritable, ::testing::ValuesIn(testing::kUnwritableTargets));
 
 }  // namespace
 }  // namespace tarvelin
