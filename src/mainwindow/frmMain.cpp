@@ -814,6 +814,10 @@ void frmMain::lblOption_Change(int16_t Index) {
   const std::string number = std::to_string(Index + 1);
   label->setToolTip(
       QString::fromStdString(caption == "Option " + number ? caption : "Option " + number + ": " + caption));
+  // The score bar is titled with the same name, renamed here wherever the name was edited.
+  if (static_cast<size_t>(Index) < lblScoreTitle.size()) {
+    SetCaption(lblScoreTitle[static_cast<size_t>(Index)], caption);
+  }
   inOptionChange_ = false;
 }
 

@@ -111,6 +111,15 @@ class frmMainEditingTest final : public QObject {
     QCOMPARE(window_->EditingLabel(), Label("lblAttribute_1"));
   }
 
+  void renamingAnOptionRetitlesItsScoreBar() {
+    Start(2, 2);
+    Open("lblOption_1");
+    QTest::keyClicks(EditBox(), "Flat");
+    QTest::keyClick(EditBox(), Qt::Key_Return);
+    QCOMPARE(Label("lblScoreTitle_1")->text(), QString("Flat"));
+    QCOMPARE(Label("lblScoreTitle_0")->text(), QString("Option 1"));
+  }
+
   void committingAnUnchangedOrBlankNameChangesNothing() {
     Start(2, 3);
     Open("lblAttribute_2");
