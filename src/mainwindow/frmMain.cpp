@@ -275,6 +275,8 @@ void frmMain::SavePlacement() {
   SaveSettings(placement);
 }
 
+// The commands act on the topic as the person sees it, so an edit still open (a shortcut leaves the focus in
+// the edit box) is committed first; the rows it stands over may not survive the command.
 void frmMain::btnNew_Click() {
   if (AskSaveTopicFirst(Program().Topic)) {
     NewTopic();

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "files/modLoadSave.h"
 #include "gui_support/GuiTestRegistry.h"
 #include "mainwindow/frmMain.h"
 #include "startup/modStartup.h"
@@ -64,6 +65,34 @@ class frmMainCommandsTest final : public QObject {
     QVERIFY(editBox->isVisible());
     QTest::keyClick(editBox, Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
+  }
+
+  void aShortcutCommitsTheOpenEditBeforeNewRebuildsTheRows() {
+    Program().Topic->SetTotalOptions(3);
+    bool rowsChanged = false;
+    window_->UpdateSliderArrays(rowsChanged);
+    Program().Modified = false;
+    auto* editBox = window_->findChild<QLineEdit*>("txtEditBox");
+    QTest::mouseClick(window_->findChild<QLabel*>("lblRating_5"), Qt::LeftButton);
+    QTest::keyClicks(editBox, "0.4");
+    Dialogs().Answers.push_back(MsgResult::No);
+    QTest::keyClick(editBox, Qt::Key_N, Qt::ControlModifier);
+    QCOMPARE(Dialogs().Messages.size(), size_t{1});  // the committed value made the old topic worth saving
+    QCOMPARE(Program().Topic->TotalOptions(), int16_t{2});
+    QVERIFY(!editBox->isVisible());
+    QVERIFY(window_->EditingLabel() == nullptr);
+  }
+
+  void aShortcutSavesTheValueBeingTyped() {
+    const std::string file = folder_->File("typed.tvt");
+    auto* editBox = window_->findChild<QLineEdit*>("txtEditBox");
+    QTest::mouseClick(window_->findChild<QLabel*>("lblWeighting_0"), Qt::LeftButton);
+    QTest::keyClicks(editBox, "0.25");
+    Dialogs().FileAnswers.push_back(file);
+    QTest::keyClick(editBox, Qt::Key_S, Qt::ControlModifier);
+    auto saved = std::make_unique<TarvelinTopic>();
+    QVERIFY(LoadTopicFile(file, saved));
+    QCOMPARE(saved->GetWeighting(0), 0.25);
   }
 
   void newCancelledAtTheSaveQuestionKeepsTheOldTopic() {
