@@ -278,6 +278,7 @@ void frmMain::SavePlacement() {
 // The commands act on the topic as the person sees it, so an edit still open (a shortcut leaves the focus in
 // the edit box) is committed first; the rows it stands over may not survive the command.
 void frmMain::btnNew_Click() {
+  txtEditBox_LostFocus();
   if (AskSaveTopicFirst(Program().Topic)) {
     NewTopic();
   }
@@ -319,6 +320,7 @@ void frmMain::NewTopic() {
 }
 
 void frmMain::btnLoad_Click() {
+  txtEditBox_LostFocus();
   if (!AskSaveTopicFirst(Program().Topic) || !OpenTopicDialog(Program().Topic)) {
     return;
   }
@@ -330,10 +332,12 @@ void frmMain::btnLoad_Click() {
 }
 
 void frmMain::btnSave_Click() {
+  txtEditBox_LostFocus();
   SaveTopicDialog(Program().Topic);
 }
 
 void frmMain::btnSettings_Click() {
+  txtEditBox_LostFocus();
   frmOptions options(
       false, [] { return OpenTopicDialog(Program().Topic); }, this);
   const OptionsOutcome outcome = options.ShowModal();
