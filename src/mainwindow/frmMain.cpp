@@ -1094,6 +1094,8 @@ void frmMain::txtEditBox_LostFocus() {
     return;
   }
   QLabel* label = editingLabel_;
+  // The edit ends here: the label may be removed with its row, and nothing must reach it afterwards.
+  editingLabel_ = nullptr;
   const std::string text = txtEditBox->text().toStdString();
   txtEditBox->hide();
   if (IsBlankValue(text)) {

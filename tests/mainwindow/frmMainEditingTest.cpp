@@ -220,6 +220,24 @@ class frmMainEditingTest final : public QObject {
     QCOMPARE(Topic().GetAttributeName(0), std::string("Attribute 1"));
   }
 
+  // The settings dialog can remove the row of a label edited earlier; a delete afterwards must not reach
+  // back to that label (a crash, or a sanitizer report, when it does).
+  void deletingAfterTheEditedRowWentAwayIsSafe() {
+    Start(2, 3);
+    Open("lblRating_5");
+    QTest::keyClicks(EditBox(), "0.3");
+    QTest::keyClick(EditBox(), Qt::Key_Return);
+    Topic().SetTotalOptions(1);
+    bool rowsChanged = false;
+    window_->UpdateSliderArrays(rowsChanged);
+    QTest::mouseMove(Label("lblAttribute_2"));
+    auto* remove = Button("btnRemoveAttribute");
+    QTRY_VERIFY(remove->isVisible());
+    QTest::mouseClick(remove, Qt::LeftButton);
+    QCOMPARE(Topic().TotalAttributes(), int16_t{2});
+    QVERIFY(!EditBox()->isVisible());
+  }
+
   void nextDefaultNameRules() {
     QCOMPARE(NextDefaultName("Attribute", {"Attribute 1", "Attribute 7"}, 2), std::string("Attribute 8"));
     QCOMPARE(NextDefaultName("Attribute", {"Price", "Comfort"}, 2), std::string("Attribute 3"));
