@@ -1,0 +1,87 @@
+#include "gui_support/RandomDialogs.h"
+
+#include <array>
+#include <utility>
+
+#include "startup/modStartup.h"
+
+namespace tarvelin::testing {
+
+namespace {
+
+template <typename T, size_t N>
+const T& PickFrom(std::mt19937& Random, const std::array<T, N>& Choices) {
+  return Choices[std::uniform_int_distribution<size_t>(0, N - 1)(Random)];
+}
+
+const char* NameOf(MsgResult Result) {
+  switch (Result) {
+    case MsgResult::OK:
+      return "OK";
+    case MsgResult::Yes:
+      return "Yes";
+    case MsgResult::No:
+      return "No";
+    case MsgResult::Cancel:
+      return "Cancel";
+  }
+  return "?";
+}
+
+}  // namespace
+
+RandomDialogs::RandomDialogs(std::mt19937& Random, std::filesystem::path Folder)
+    : random_(Random), folder_(std::move(Folder)) {}
+
+MsgResult RandomDialogs::ShowMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon, const std::string&) {
+  static constexpr std::array<MsgResult, 2> yesNo{MsgResult::Yes, MsgResult::No};
+  static constexpr std::array<MsgResult, 3> yesNoCancel{MsgResult::Yes, MsgResult::No, MsgResult::Cancel};
+  MsgResult answer = MsgResult::OK;
+  if (Buttons == MsgButtons::YesNo) {
+    answer = PickFrom(random_, yesNo);
+  } else if (Buttons == MsgButtons::YesNoCancel) {
+    answer = PickFrom(random_, yesNoCancel);
+  }
+  transcript_ += " [\"" + Prompt.substr(0, 40) + "\" " + NameOf(answer) + "]";
+  return answer;
+}
+
+std::optional<std::string> RandomDialogs::OpenFile(const FileDialogRequest&) {
+  auto chosen = RandomFileName();
+  transcript_ += " [open " + chosen.value_or("cancelled") + "]";
+  return chosen;
+}
+
+std::optional<std::string> RandomDialogs::SaveFile(const FileDialogRequest&) {
+  auto chosen = RandomFileName();
+  transcript_ += " [save " + chosen.value_or("cancelled") + "]";
+  return chosen;
+}
+
+std::optional<std::string> RandomDialogs::RandomFileName() {
+  static constexpr std::array<const char*, 4> stems{"soak", "other", "Topic 1", "na\xC3\xAFve"};
+  static constexpr std::array<const char*, 7> extensions{".tvt", ".tvt", ".csv", ".jpg", ".bmp", ".TVT", ""};
+  switch (std::uniform_int_distribution<int>(0, 19)(random_)) {
+    case 0:
+    case 1:
+    case 2:
+    case 3:
+      return std::nullopt;
+    case 4:
+      return folder_.string();  // a folder, not a file
+    case 5:
+      return (folder_ / "missing" / "soak.tvt").string();
+    default:
+      return (folder_ / (std::string(PickFrom(random_, stems)) + PickFrom(random_, extensions))).string();
+  }
+}
+
+ScopedDialogs::ScopedDialogs(Dialogs& UI) : previous_(Program().UI) {
+  Program().UI = &UI;
+}
+
+ScopedDialogs::~ScopedDialogs() {
+  Program().UI = previous_;
+}
+
+}  // namespace tarvelin::testing

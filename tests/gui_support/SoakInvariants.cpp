@@ -1,0 +1,249 @@
+#include "gui_support/SoakInvariants.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMap>
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "mainwindow/ctlSlider.h"
+#include "mainwindow/frmMain.h"
+#include "mainwindow/modDisplay.h"
+#include "startup/modStartup.h"
+#include "util/libmodGenericTextFunctions.h"
+
+namespace tarvelin::testing {
+
+namespace {
+
+constexpr uint32_t kBestBarColour = 0x0CC0FE;
+constexpr uint32_t kOtherBarColour = 0x0980FD;
+const QString kEllipsis = QString::fromUtf8("\xE2\x80\xA6");
+
+QString Indexed(const char* Array, int Index) {
+  return QString("%1_%2").arg(Array).arg(Index);
+}
+
+class Checker {
+ public:
+  explicit Checker(const frmMain& Window) : window_(Window), topic_(*Program().Topic) {
+    for (QWidget* control : Window.findChildren<QWidget*>()) {
+      controls_.insert(control->objectName(), control);
+    }
+  }
+
+  std::vector<std::string> Run() {
+    CheckCounts();
+    if (!problems_.empty()) {
+      return problems_;  // the rest would only read past the arrays
+    }
+    CheckValues();
+    CheckScores();
+    CheckNames();
+    CheckPanels();
+    CheckEditing();
+    return problems_;
+  }
+
+ private:
+  const frmMain& window_;
+  const TarvelinTopic& topic_;
+  QMultiMap<QString, QWidget*> controls_;
+  std::vector<std::string> problems_;
+
+  void Problem(const QString& What) { problems_.push_back(What.toStdString()); }
+
+  template <class Widget>
+  Widget* Find(const QString& Name) {
+    const auto found = controls_.values(Name);
+    if (found.size() != 1 || qobject_cast<Widget*>(found.front()) == nullptr) {
+      Problem(QString("%1 controls named %2 of the expected kind").arg(found.size()).arg(Name));
+      return nullptr;
+    }
+    return qobject_cast<Widget*>(found.front());
+  }
+
+  // The array must hold exactly the controls Array_0 to Array_(Count - 1).
+  void CheckArray(const char* Array, int Count) {
+    const QString prefix = QString(Array) + "_";
+    std::set<int> indices;
+    for (auto control = controls_.cbegin(); control != controls_.cend(); ++control) {
+      bool isNumber = false;
+      const int index = control.key().startsWith(prefix) ? control.key().mid(prefix.size()).toInt(&isNumber) : -1;
+      if (isNumber) {
+        indices.insert(index);
+      }
+    }
+    if (static_cast<int>(indices.size()) != Count || (Count > 0 && *indices.rbegin() != Count - 1)) {
+      Problem(QString("%1 has %2 controls for a count of %3").arg(Array).arg(indices.size()).arg(Count));
+    }
+  }
+
+  void CheckCounts() {
+    const int options = topic_.TotalOptions();
+    const int attributes = topic_.TotalAttributes();
+    if (options < 1 || options > Program().MaxOptions || attributes < 1 || attributes > Program().MaxAttributes) {
+      Problem(QString("counts out of range: %1 options, %2 attributes").arg(options).arg(attributes));
+      return;
+    }
+    for (const char* array : {"lblOption", "lblScoreTitle", "lblScore", "sliderScore"}) {
+      CheckArray(array, options);
+    }
+    for (const char* array : {"lblAttribute", "lblWeighting", "sliderWeighting"}) {
+      CheckArray(array, attributes);
+    }
+    for (const char* array : {"lblRating", "sliderRating"}) {
+      CheckArray(array, options * attributes);
+    }
+  }
+
+  void CheckValue(const char* Slider, const char* Label, int Index, double Value) {
+    const QString where = Indexed(Label, Index);
+    if (!(Value >= 0.0 && Value <= 1.0)) {
+      Problem(QString("%1 stands for %2, outside 0 to 1").arg(where).arg(Value, 0, 'g', 17));
+    }
+    auto* slider = Find<ctlSlider>(Indexed(Slider, Index));
+    auto* label = Find<QLabel>(where);
+    if (slider == nullptr || label == nullptr) {
+      return;
+    }
+    if (slider->Value() != std::lround(Value * 100)) {
+      Problem(QString("%1 at %2 for %3").arg(slider->objectName()).arg(slider->Value()).arg(Value, 0, 'g', 17));
+    }
+    double shown = Value;
+    const QString expected =
+        QString::fromStdString(FormatNumberForDisplay(shown, topic_.Rounding(), Program().DisplayAsDecimal));
+    if (label->text() != expected) {
+      Problem(QString("%1 shows \"%2\" for %3").arg(where, label->text(), expected));
+    }
+  }
+
+  void CheckValues() {
+    for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
+      CheckValue("sliderWeighting", "lblWeighting", a, topic_.GetWeighting(a));
+    }
+    for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
+      for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
+        CheckValue("sliderRating", "lblRating", o * topic_.TotalAttributes() + a, topic_.GetRating(o, a));
+      }
+    }
+  }
+
+  void CheckScores() {
+    std::vector<double> scores;
+    for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
+      scores.push_back(topic_.GetScore(o));
+      CheckValue("sliderScore", "lblScore", o, scores.back());
+    }
+    const double best = *std::max_element(scores.begin(), scores.end());
+    for (size_t o = 0; o < scores.size(); ++o) {
+      auto* bar = Find<ctlSlider>(Indexed("sliderScore", static_cast<int>(o)));
+      const uint32_t expected = scores[o] == best ? kBestBarColour : kOtherBarColour;
+      if (bar != nullptr && bar->BarColour() != expected) {
+        Problem(QString("%1 coloured %2 for a score of %3 against a best of %4")
+                    .arg(bar->objectName())
+                    .arg(bar->BarColour(), 6, 16, QChar('0'))
+                    .arg(scores[o])
+                    .arg(best));
+      }
+    }
+  }
+
+  // A name label keeps the whole name in its tag and shows it, or the start of it with an ellipsis.
+  void CheckName(const QString& LabelName, const std::string& Name, bool Tagged) {
+    auto* label = Find<QLabel>(LabelName);
+    if (label == nullptr) {
+      return;
+    }
+    const QString name = QString::fromStdString(Name);
+    if (Tagged && label->property("tag").toString() != name) {
+      Problem(QString("%1 tagged \"%2\" for \"%3\"").arg(LabelName, label->property("tag").toString(), name));
+    }
+    const QString text = label->text();
+    const QString stem = text.endsWith(kEllipsis) ? text.chopped(kEllipsis.size()) : QString();
+    const QString trimmed = QString::fromStdString(TrimBlanks(Name));
+    if (text != name && (stem.isEmpty() || !trimmed.startsWith(stem))) {
+      Problem(QString("%1 shows \"%2\" for \"%3\"").arg(LabelName, text, name));
+    }
+  }
+
+  void CheckNames() {
+    CheckName("lblTitle", topic_.Name(), true);
+    const QString caption = QString::fromStdString(Program().AppTitle + " - " + topic_.Name());
+    if (window_.windowTitle() != caption) {
+      Problem(QString("window titled \"%1\" for \"%2\"").arg(window_.windowTitle(), caption));
+    }
+    for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
+      CheckName(Indexed("lblAttribute", a), topic_.GetAttributeName(a), true);
+    }
+    for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
+      CheckName(Indexed("lblOption", o), topic_.GetOptionName(o), true);
+      CheckName(Indexed("lblScoreTitle", o), topic_.GetOptionName(o), false);
+    }
+  }
+
+  void CheckShown(const char* Array, int Count, bool Shown) {
+    for (int i = 0; i < Count; ++i) {
+      auto* control = Find<QWidget>(Indexed(Array, i));
+      if (control != nullptr && control->isVisible() != Shown) {
+        Problem(QString("%1 %2 while its panel is %3")
+                    .arg(control->objectName(), control->isVisible() ? "shown" : "hidden",
+                         Shown ? "expanded" : "collapsed"));
+      }
+    }
+  }
+
+  void CheckAddButton(const char* Name, int Count, int Maximum) {
+    auto* button = Find<QAbstractButton>(Name);
+    if (button != nullptr && button->isEnabled() != (Count < Maximum)) {
+      Problem(QString("%1 %2 at a count of %3").arg(Name, button->isEnabled() ? "enabled" : "disabled").arg(Count));
+    }
+  }
+
+  void CheckPanels() {
+    const int options = topic_.TotalOptions();
+    const int attributes = topic_.TotalAttributes();
+    if (window_.isVisible() && !window_.isMinimized()) {
+      for (const char* array : {"lblScoreTitle", "lblScore", "sliderScore"}) {
+        CheckShown(array, options, window_.ShowScores());
+      }
+      for (const char* array : {"lblAttribute", "lblWeighting", "sliderWeighting"}) {
+        CheckShown(array, attributes, window_.ShowWeightings());
+      }
+      CheckShown("lblOption", options, window_.ShowRatings());
+      for (const char* array : {"lblRating", "sliderRating"}) {
+        CheckShown(array, options * attributes, window_.ShowRatings());
+      }
+    }
+    CheckAddButton("btnAddAttribute", attributes, Program().MaxAttributes);
+    CheckAddButton("btnAddOption", options, Program().MaxOptions);
+    if (window_.IsLoading() || Program().IsLoading) {
+      Problem("the window is still loading");
+    }
+  }
+
+  void CheckEditing() {
+    auto* editBox = Find<QLineEdit>("txtEditBox");
+    if (editBox == nullptr || !editBox->isVisible()) {
+      return;
+    }
+    const QLabel* editing = window_.EditingLabel();
+    bool live = false;
+    for (QWidget* control : controls_) {
+      live = live || control == editing;
+    }
+    if (!live) {
+      Problem("the edit box is open over a label that no longer exists");
+    }
+  }
+};
+
+}  // namespace
+
+std::vector<std::string> WindowDisagreements(const frmMain& Window) {
+  return Checker(Window).Run();
+}
+
+}  // namespace tarvelin::testing

@@ -1,0 +1,226 @@
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "gui_support/GuiTestRegistry.h"
+#include "gui_support/RandomDialogs.h"
+#include "gui_support/SoakActions.h"
+#include "gui_support/SoakInvariants.h"
+#include "mainwindow/ctlSlider.h"
+#include "mainwindow/frmMain.h"
+#include "startup/modStartup.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TempFolder.h"
+
+using namespace tarvelin;
+using tarvelin::testing::TempFolder;
+
+namespace {
+
+constexpr size_t kRecentActions = 20;
+
+unsigned long EnvironmentNumber(const char* Name, unsigned long Default) {
+  const char* text = std::getenv(Name);
+  return text != nullptr && *text != '\0' ? std::strtoul(text, nullptr, 10) : Default;
+}
+
+std::string Lines(const std::vector<std::string>& Items) {
+  std::string lines;
+  for (const std::string& item : Items) {
+    lines += "\n  " + item;
+  }
+  return lines;
+}
+
+// The topic as a file keeps it: title, weighting type, names and every value as the window shows it.
+QString Snapshot(const TarvelinTopic& Topic) {
+  QString text = QString("\"%1\" %2 %3x%4\n")
+                     .arg(QString::fromStdString(Topic.Name()))
+                     .arg(Topic.InvertWeights() ? "inverted" : "plain")
+                     .arg(Topic.TotalOptions())
+                     .arg(Topic.TotalAttributes());
+  for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
+    text += QString("\"%1\" %2\n").arg(QString::fromStdString(Topic.GetAttributeName(a))).arg(Topic.GetWeighting(a));
+  }
+  for (int16_t o = 0; o < Topic.TotalOptions(); ++o) {
+    text += QString("\"%1\"").arg(QString::fromStdString(Topic.GetOptionName(o)));
+    for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
+      text += QString(" %1").arg(Topic.GetRating(o, a));
+    }
+    text += QString(" = %1\n").arg(Topic.GetScore(o));
+  }
+  return text;
+}
+
+}  // namespace
+
+// A long run of random clicks, drags, keys, resizes and commands, after each of which the window must
+// still agree with the topic; at the end the topic must survive a save and a load. The seed and the number
+// of actions come from TARVELIN_SOAK_SEED and TARVELIN_SOAK_ACTIONS, so that a failure can be replayed;
+// TARVELIN_SOAK_TRACE=1 prints every action as it is done.
+class frmMainSoakTest final : public QObject {
+  Q_OBJECT
+
+ private:
+  std::unique_ptr<TempFolder> folder_;
+  std::unique_ptr<frmMain> window_;
+
+  void StartWindow() {
+    window_ = std::make_unique<frmMain>();
+    window_->Form_Load();
+    if (!QTest::qWaitForWindowActive(window_.get())) {
+      qFatal("The main window did not become active");
+    }
+  }
+
+  template <class Widget>
+  Widget* Find(const char* Name) {
+    auto* widget = window_->findChild<Widget*>(Name);
+    if (widget == nullptr) {
+      qFatal("The window has no %s", Name);
+    }
+    return widget;
+  }
+
+  // Saves through the Save button, loads the file back through the Load button and compares.
+  void SaveAndLoadBack() {
+    if (Find<QLineEdit>("txtEditBox")->isVisible()) {
+      QTest::keyClick(Find<QLineEdit>("txtEditBox"), Qt::Key_Escape);
+    }
+    testing::ScopedScriptedDialogs dialogs;
+    const std::string file = folder_->File("round trip.tvt");
+    const QString before = Snapshot(*Program().Topic);
+    dialogs->FileAnswers.push_back(file);
+    QTest::mouseClick(Find<QAbstractButton>("btnSave"), Qt::LeftButton);
+    QVERIFY2(!Program().Modified, "the save did not go through");
+    dialogs->FileAnswers.push_back(file);
+    QTest::mouseClick(Find<QAbstractButton>("btnLoad"), Qt::LeftButton);
+    QCOMPARE(dialogs->Messages.size(), size_t{0});
+    QCOMPARE(Program().CurrentFileName, file);
+    QCOMPARE(Snapshot(*Program().Topic), before);
+    const auto problems = testing::WindowDisagreements(*window_);
+    QVERIFY2(problems.empty(), ("after loading back:" + Lines(problems)).c_str());
+  }
+
+ private slots:
+  void init() {
+    folder_ = std::make_unique<TempFolder>();
+    setenv("TARVELIN_REGISTRY_DIR", folder_->Path().c_str(), 1);
+    Program().Topic = std::make_unique<TarvelinTopic>();
+    Program().FileToOpen.clear();
+    Program().FileTypeToOpen.clear();
+    Program().CurrentFileName.clear();
+    Program().LastUsedDir = folder_->Path().string();
+    Program().DisplayAsDecimal = true;
+    Program().ShowSettingsOnNew = false;
+    Program().Modified = false;
+  }
+
+  void cleanup() {
+    window_.reset();
+    folder_.reset();
+  }
+
+  void randomActionsKeepTheWindowTrueToTheTopic() {
+    const auto seed = static_cast<uint32_t>(EnvironmentNumber("TARVELIN_SOAK_SEED", 1));
+    const unsigned long actions = EnvironmentNumber("TARVELIN_SOAK_ACTIONS", 3000);
+    std::mt19937 random(seed);
+    testing::RandomDialogs dialogs(random, folder_->Path());
+    testing::ScopedDialogs useDialogs(dialogs);
+    StartWindow();
+    testing::SoakActions soak(*window_, random);
+    const bool trace = EnvironmentNumber("TARVELIN_SOAK_TRACE", 0) != 0;
+    std::deque<std::string> recent;
+    for (unsigned long action = 1; action <= actions; ++action) {
+      dialogs.Forget();
+      const std::string done = soak.Step();
+      const TarvelinTopic& topic = *Program().Topic;
+      recent.push_back("#" + std::to_string(action) + " (" + std::to_string(topic.TotalOptions()) + "x" +
+                       std::to_string(topic.TotalAttributes()) + ") " + done + dialogs.Transcript());
+      if (trace) {
+        std::fprintf(stderr, "%s\n", recent.back().c_str());
+      }
+      if (recent.size() > kRecentActions) {
+        recent.pop_front();
+      }
+      const auto problems = testing::WindowDisagreements(*window_);
+      if (!problems.empty()) {
+        const std::string report = "seed " + std::to_string(seed) + ", action " + std::to_string(action) + ":" +
+                                   Lines(problems) +
+                                   "\nlast actions:" + Lines(std::vector<std::string>(recent.begin(), recent.end()));
+        QFAIL(report.c_str());
+      }
+    }
+    qInfo("seed %u: %lu actions, window agreed with the topic after each", seed, actions);
+    SaveAndLoadBack();
+  }
+
+  // The checker itself: each kind of disagreement planted in a window that agreed is reported.
+  void theCheckerNoticesEveryKindOfDisagreement_data() {
+    QTest::addColumn<QString>("plant");
+    QTest::addColumn<QString>("mention");
+    QTest::newRow("value label") << "lblWeighting_1 text"
+                                 << "lblWeighting_1";
+    QTest::newRow("slider") << "sliderRating_2 value"
+                            << "sliderRating_2";
+    QTest::newRow("score bar") << "sliderScore_0 colour"
+                               << "sliderScore_0";
+    QTest::newRow("name") << "lblOption_1 tag"
+                          << "lblOption_1";
+    QTest::newRow("cut name") << "lblAttribute_0 text"
+                              << "lblAttribute_0";
+    QTest::newRow("extra row") << "lblRating_4 created"
+                               << "lblRating has 5";
+    QTest::newRow("lost row") << "sliderWeighting_1 deleted"
+                              << "sliderWeighting has 1";
+    QTest::newRow("hidden row") << "lblScore_1 hidden"
+                                << "lblScore_1 hidden";
+    QTest::newRow("caption") << "window title"
+                             << "window titled";
+    QTest::newRow("add button") << "btnAddOption disabled"
+                                << "btnAddOption disabled";
+  }
+
+  void theCheckerNoticesEveryKindOfDisagreement() {
+    QFETCH(QString, plant);
+    QFETCH(QString, mention);
+    testing::ScopedScriptedDialogs dialogs;
+    StartWindow();
+    QVERIFY(testing::WindowDisagreements(*window_).empty());
+    const std::map<QString, std::function<void()>> plants{
+        {"lblWeighting_1 text", [&] { Find<QLabel>("lblWeighting_1")->setText("0.999"); }},
+        {"sliderRating_2 value",
+         [&] {
+           auto* slider = Find<ctlSlider>("sliderRating_2");
+           slider->blockSignals(true);
+           slider->SetValue(slider->Value() + 1);
+         }},
+        {"sliderScore_0 colour", [&] { Find<ctlSlider>("sliderScore_0")->SetBarColour(0x0980FD); }},
+        {"lblOption_1 tag", [&] { Find<QLabel>("lblOption_1")->setProperty("tag", "Elsewhere"); }},
+        {"lblAttribute_0 text",
+         [&] { Find<QLabel>("lblAttribute_0")->setText(QString::fromUtf8("Attx\xE2\x80\xA6")); }},
+        {"lblRating_4 created", [&] { (new QLabel(Find<QWidget>("picClient")))->setObjectName("lblRating_4"); }},
+        {"sliderWeighting_1 deleted", [&] { delete Find<QWidget>("sliderWeighting_1"); }},
+        {"lblScore_1 hidden", [&] { Find<QWidget>("lblScore_1")->hide(); }},
+        {"window title", [&] { window_->setWindowTitle("Tarvelin"); }},
+        {"btnAddOption disabled", [&] { Find<QWidget>("btnAddOption")->setEnabled(false); }},
+    };
+    plants.at(plant)();
+    const auto problems = testing::WindowDisagreements(*window_);
+    QVERIFY2(!problems.empty(), "nothing reported");
+    QVERIFY2(QString::fromStdString(Lines(problems)).contains(mention), Lines(problems).c_str());
+  }
+};
+
+TARVELIN_GUI_TEST(frmMainSoakTest);
+
+#include "frmMainSoakTest.moc"
