@@ -411,10 +411,16 @@ bool LoadTopicFile(const std::string& FileName, std::unique_ptr<TarvelinTopic>& 
 }
 
 void ExportTopicCSV(const std::string& FileName, const TarvelinTopic& Topic) {
+  ExportTopicCSVReporting(FileName, Topic);
+}
+
+bool ExportTopicCSVReporting(const std::string& FileName, const TarvelinTopic& Topic) {
   try {
     WriteFileAtomically(FileName, TopicCSVText(Topic));
+    return true;
   } catch (const TarvelinError& error) {
     ReportError(kSaveFailed, error);
+    return false;
   }
 }
 
@@ -499,8 +505,7 @@ bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic) {
   const std::string extension = LastCharacters(*chosen, 4);
   bool saved = false;
   if (extension == ".csv") {
-    ExportTopicCSV(*chosen, *Topic);
-    saved = true;
+    saved = ExportTopicCSVReporting(*chosen, *Topic);
   } else if (extension == ".jpg") {
     saved = SaveScreenshot(*chosen, true);
   } else if (extension == ".bmp") {

@@ -24,6 +24,9 @@ bool LoadTopicFile(const std::string& FileName, std::unique_ptr<TarvelinTopic>& 
 // Writes the topic as comma-separated rows for spreadsheets, numbers as decimals or percentages by the
 // DisplayAsDecimal setting. A failure is reported; the previous file is kept.
 void ExportTopicCSV(const std::string& FileName, const TarvelinTopic& Topic);
+// The same, telling whether the file was written: a failed export must not let the save-first question go
+// on to discard the topic.
+bool ExportTopicCSVReporting(const std::string& FileName, const TarvelinTopic& Topic);
 
 // Reads a comma-separated file by its keyword rows ("Topic:", "Attributes", "Weightings", "Ratings" or
 // "Options") into a new topic, which replaces Topic on success. Every failure (unreadable file, no

@@ -89,10 +89,14 @@ TEST_F(FileCommands, CancellingTheSaveDialogChangesNothing) {
   EXPECT_TRUE(dialogs_->Messages.empty());
 }
 
-TEST_F(FileCommands, AScreenshotThatCannotBeWrittenIsReportedOnce) {
-  EXPECT_FALSE(SaveAs("missing/shot.jpg"));
-  ASSERT_EQ(dialogs_->Messages.size(), 1u);
-  EXPECT_EQ(dialogs_->Messages[0].Prompt.rfind("An error occurred whilst saving the file!", 0), 0u);
+TEST_F(FileCommands, AFileThatCannotBeWrittenIsReportedOnceAndCountsAsNotSaved) {
+  for (const char* name : {"missing/shot.jpg", "missing/topic.csv", "missing/topic.tvt"}) {
+    dialogs_->Messages.clear();
+    EXPECT_FALSE(SaveAs(name)) << name;
+    ASSERT_EQ(dialogs_->Messages.size(), 1u) << name;
+    EXPECT_EQ(dialogs_->Messages[0].Prompt.rfind("An error occurred whilst saving the file!", 0), 0u);
+    EXPECT_EQ(Program().CurrentFileName, "earlier.tvt");
+  }
 }
 
 TEST_F(FileCommands, SaveFirstQuestionGuardsUnsavedChanges) {
