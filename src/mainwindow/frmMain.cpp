@@ -67,6 +67,34 @@ TarvelinTopic& Topic() {
   return *Program().Topic;
 }
 
+// A caption shortened with "…" until it fits a width in the label's font.
+std::string FittedText(const QLabel* label, const std::string& caption, int width) {
+  const QFontMetrics metrics(label->font());
+  return FitCaption(
+             caption, width,
+             [&metrics](std::string_view text) {
+               return metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+             })
+      .Text;
+}
+
+// An option or attribute name shown in the name column; the tooltip numbers the entry from 1 and adds the
+// full name unless it is the default one ("Attribute 2: Cost", but "Attribute 2").
+void ShowEntryName(QLabel* label, const std::string& noun, int16_t Index, const std::string& caption) {
+  label->setText(QString::fromStdString(FittedText(label, caption, kNameColumnWidth - 10)));
+  const std::string numbered = noun + " " + std::to_string(Index + 1);
+  label->setToolTip(QString::fromStdString(caption == numbered ? caption : numbered + ": " + caption));
+}
+
+// The names of a topic's options or attributes, for choosing the next default name.
+std::vector<std::string> NamesOf(int16_t Count, const std::function<std::string(int16_t)>& NameOf) {
+  std::vector<std::string> names;
+  for (int16_t i = 0; i < Count; ++i) {
+    names.push_back(NameOf(i));
+  }
+  return names;
+}
+
 size_t IndexOf(const std::vector<QLabel*>& labels, const QLabel* label) {
   return static_cast<size_t>(std::find(labels.begin(), labels.end(), label) - labels.begin());
 }
@@ -791,12 +819,9 @@ void frmMain::lblTitle_Change() {
     SetModified();
     Topic().SetName(caption);
   }
-  const QFontMetrics metrics(lblTitle->font());
-  const auto fitted = FitCaption(caption, lblTitle->width(), [&metrics](std::string_view text) {
-    return metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-  });
-  lblTitle->setText(QString::fromStdString(fitted.Text));
-  lblTitle->setToolTip(fitted.Text != caption ? QString::fromStdString(caption) : QString());
+  const std::string fitted = FittedText(lblTitle, caption, lblTitle->width());
+  lblTitle->setText(QString::fromStdString(fitted));
+  lblTitle->setToolTip(fitted != caption ? QString::fromStdString(caption) : QString());
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
   inTitleChange_ = false;
 }
@@ -812,14 +837,7 @@ void frmMain::lblOption_Change(int16_t Index) {
     SetModified();
   }
   Topic().SetOptionName(Index, caption);
-  const QFontMetrics metrics(label->font());
-  label->setText(QString::fromStdString(FitCaption(caption, kNameColumnWidth - 10, [&metrics](std::string_view text) {
-                                          return metrics.horizontalAdvance(
-                                              QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-                                        }).Text));
-  const std::string number = std::to_string(Index + 1);
-  label->setToolTip(
-      QString::fromStdString(caption == "Option " + number ? caption : "Option " + number + ": " + caption));
+  ShowEntryName(label, "Option", Index, caption);
   // The score bar is titled with the same name, renamed here wherever the name was edited.
   if (static_cast<size_t>(Index) < lblScoreTitle.size()) {
     SetCaption(lblScoreTitle[static_cast<size_t>(Index)], caption);
@@ -838,14 +856,7 @@ void frmMain::lblAttribute_Change(int16_t Index) {
     SetModified();
   }
   Topic().SetAttributeName(Index, caption);
-  const QFontMetrics metrics(label->font());
-  label->setText(QString::fromStdString(FitCaption(caption, kNameColumnWidth - 10, [&metrics](std::string_view text) {
-                                          return metrics.horizontalAdvance(
-                                              QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-                                        }).Text));
-  const std::string number = std::to_string(Index + 1);
-  label->setToolTip(
-      QString::fromStdString(caption == "Attribute " + number ? caption : "Attribute " + number + ": " + caption));
+  ShowEntryName(label, "Attribute", Index, caption);
   inAttributeChange_ = false;
 }
 
@@ -1211,44 +1222,36 @@ void frmMain::btnAddAttribute_Click() {
   if (Topic().TotalAttributes() >= Program().MaxAttributes) {
     return;
   }
-  std::vector<std::string> names;
-  for (int16_t a = 0; a < Topic().TotalAttributes(); ++a) {
-    names.push_back(Topic().GetAttributeName(a));
-  }
+  const auto names = NamesOf(Topic().TotalAttributes(), [](int16_t a) { return Topic().GetAttributeName(a); });
   Topic().AddAttribute(NextDefaultName("Attribute", names, Topic().TotalAttributes()));
-  SetModified();
-  bool rowsChanged = false;
-  UpdateSliderArrays(rowsChanged);
+  RebuildAfterCountChange();
 }
 
 void frmMain::btnAddOption_Click() {
   if (Topic().TotalOptions() >= Program().MaxOptions) {
     return;
   }
-  std::vector<std::string> names;
-  for (int16_t o = 0; o < Topic().TotalOptions(); ++o) {
-    names.push_back(Topic().GetOptionName(o));
-  }
+  const auto names = NamesOf(Topic().TotalOptions(), [](int16_t o) { return Topic().GetOptionName(o); });
   Topic().AddOption(NextDefaultName("Option", names, Topic().TotalOptions()));
-  SetModified();
-  bool rowsChanged = false;
-  UpdateSliderArrays(rowsChanged);
+  RebuildAfterCountChange();
 }
 
 void frmMain::btnRemoveAttribute_Click() {
   Topic().DeleteAttribute(std::min<int16_t>(highlightedAttribute_, Topic().TotalAttributes() - 1));
-  SetModified();
-  CancelLabelEdit();
   highlightedAttribute_ = 0;
-  bool rowsChanged = false;
-  UpdateSliderArrays(rowsChanged);
+  CancelLabelEdit();
+  RebuildAfterCountChange();
 }
 
 void frmMain::btnRemoveOption_Click() {
   Topic().DeleteOption(std::min<int16_t>(highlightedOption_, Topic().TotalOptions() - 1));
-  SetModified();
-  CancelLabelEdit();
   highlightedOption_ = 0;
+  CancelLabelEdit();
+  RebuildAfterCountChange();
+}
+
+void frmMain::RebuildAfterCountChange() {
+  SetModified();
   bool rowsChanged = false;
   UpdateSliderArrays(rowsChanged);
 }

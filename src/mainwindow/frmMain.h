@@ -149,6 +149,7 @@ class frmMain final : public QWidget {
   void btnRemoveAttribute_Click();
   void btnRemoveOption_Click();
   void RefreshAddButtons();
+  void RebuildAfterCountChange();
   std::vector<QLabel*>* ArrayOf(const QLabel* label);
 
   void NewTopic();
