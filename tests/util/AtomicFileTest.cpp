@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "support/RaisedErrors.h"
 #include "support/TempFolder.h"
 #include "util/AtomicFile.h"
 #include "util/TarvelinError.h"
@@ -51,12 +52,7 @@ TEST(ReadWholeFile, ReadsBytesAndRaisesForMissingFilesFoldersAndDevices) {
   const auto file = folder.File("data.bin");
   WriteBytes(file, std::string("a\0b\r\n", 5));
   EXPECT_EQ(ReadWholeFile(file), std::string("a\0b\r\n", 5));
-  EXPECT_THROW(
-      try { ReadWholeFile(folder.File("none")); } catch (const TarvelinError& error) {
-        EXPECT_EQ(error.Number(), ErrFileNotFound);
-        throw;
-      },
-      TarvelinError);
+  EXPECT_EQ(testing::ErrorNumberOf([&] { ReadWholeFile(folder.File("none")); }), ErrFileNotFound);
   EXPECT_THROW(ReadWholeFile(folder.Path().string()), TarvelinError);
   // A device is refused even when it reads as empty; others never end.
   EXPECT_THROW(ReadWholeFile("/dev/null"), TarvelinError);
