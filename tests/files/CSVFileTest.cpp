@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "files/CSVFile.h"
-#include "files/FilesTestSupport.h"
+#include "support/RaisedErrors.h"
 #include "support/TempFolder.h"
 #include "util/TarvelinError.h"
 #include "util/libmodSpecialFolders.h"
