@@ -4,6 +4,7 @@
 #include "graphics/BmpWriter.h"
 #include "graphics/PictureTestHelpers.h"
 #include "graphics/cDIBSection.h"
+#include "support/RaisedErrors.h"
 #include "support/TempFolder.h"
 
 namespace tarvelin {

@@ -11,6 +11,7 @@
 #include "graphics/PictureTestHelpers.h"
 #include "graphics/cDIBSection.h"
 #include "graphics/clsGradientFill.h"
+#include "support/RaisedErrors.h"
 #include "support/TempFolder.h"
 
 namespace tarvelin {

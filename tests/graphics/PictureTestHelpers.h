@@ -1,10 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 
 #include "graphics/cDIBSection.h"
-#include "util/TarvelinError.h"
 
 namespace tarvelin::testing {
 
@@ -33,16 +31,6 @@ inline cDIBSection PatternPicture(int32_t Width, int32_t Height) {
     }
   }
   return picture;
-}
-
-// The number of the TarvelinError that Action raises, or 0 when it raises none.
-inline int32_t ErrorNumberOf(const std::function<void()>& Action) {
-  try {
-    Action();
-  } catch (const TarvelinError& error) {
-    return error.Number();
-  }
-  return 0;
 }
 
 }  // namespace tarvelin::testing
