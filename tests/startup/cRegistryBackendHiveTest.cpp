@@ -99,22 +99,5 @@ TEST(cRegistryBackendHiveFiles, AnUnreadableHiveReadsEmptyAndIsNotOverwritten) {
   EXPECT_TRUE(std::filesystem::is_directory(registry.UserHive()));
 }
 
-TEST(cRegistryBackendHiveFiles, ChangesThatDoNothingLeaveNoFiles) {
-  const ScopedRegistryFolder registry;
-  cRegistryBackendHive backend;
-  EXPECT_FALSE(backend.DeleteKey(SettingsPath));
-  EXPECT_EQ(backend.DeleteValue(SettingsPath, "LastUsedDir"), RegistryDeleteResult::KeyNotOpened);
-  EXPECT_TRUE(backend.CreateKey({"", ERegistryClassKey::CurrentUser, ""}));
-  EXPECT_FALSE(std::filesystem::exists(registry.Folder()));
-}
-
-TEST(cRegistryBackendHiveFiles, AnotherComputerIsNotReachable) {
-  const ScopedRegistryFolder registry;
-  cRegistryBackendHive backend;
-  EXPECT_FALSE(
-      backend.SetValue({"server", ERegistryClassKey::CurrentUser, "Software"}, "A", RegistryDataFromNumber(1)));
-  EXPECT_FALSE(std::filesystem::exists(registry.Folder()));
-}
-
 }  // namespace
 }  // namespace tarvelin
