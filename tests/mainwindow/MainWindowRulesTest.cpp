@@ -3,11 +3,13 @@
 #include <limits>
 
 #include "gui_support/GuiTestRegistry.h"
+#include "gui_support/TestRows.h"
 #include "mainwindow/MainWindowLayout.h"
 #include "mainwindow/modDisplay.h"
-#include "util/TarvelinError.h"
+#include "support/RaisedErrors.h"
 
 using namespace tarvelin;
+using testing::AddRow;
 
 // The window's plain rules: value display, input parsing and layout arithmetic.
 class MainWindowRulesTest final : public QObject {
@@ -19,34 +21,33 @@ class MainWindowRulesTest final : public QObject {
     QTest::addColumn<int>("rounding");
     QTest::addColumn<bool>("decimal");
     QTest::addColumn<QString>("text");
-    QTest::newRow("percent, rounding 2") << 0.5 << 2 << false << "50%";
-    QTest::newRow("percent, rounding 3") << 0.5 << 3 << false << "50.0%";
-    QTest::newRow("percent, rounding 4") << 0.756 << 4 << false << "75.60%";
-    QTest::newRow("percent, no rounding") << 0.756 << -1 << false << "76%";
-    QTest::newRow("decimal, rounding 1") << 1.0 << 1 << true << "1.0";
-    QTest::newRow("decimal, rounding 2") << 0.756 << 2 << true << "0.76";
-    QTest::newRow("decimal, rounding 4") << 0.756 << 4 << true << "0.7560";
-    QTest::newRow("decimal, no rounding") << 0.1 << -1 << true << "0.1";
-    QTest::newRow("decimal, no rounding, long") << 1.0 / 3 << -1 << true << "0.3333333333333333";
+    AddRow("percent, rounding 2", 0.5, 2, false, "50%");
+    AddRow("percent, rounding 3", 0.5, 3, false, "50.0%");
+    AddRow("percent, rounding 4", 0.756, 4, false, "75.60%");
+    AddRow("percent, no rounding", 0.756, -1, false, "76%");
+    AddRow("decimal, rounding 1", 1.0, 1, true, "1.0");
+    AddRow("decimal, rounding 2", 0.756, 2, true, "0.76");
+    AddRow("decimal, rounding 4", 0.756, 4, true, "0.7560");
+    AddRow("decimal, no rounding", 0.1, -1, true, "0.1");
+    AddRow("decimal, no rounding, long", 1.0 / 3, -1, true, "0.3333333333333333");
     // Longer than any fixed-size buffer a label would seem to need.
-    QTest::newRow("decimal, no rounding, tiny") << 1e-66 << -1 << true << "0." + QString(65, '0') + "1";
-    QTest::newRow("decimal, rounding 2, huge")
-        << 1e70 << 2 << true << "10000000000000000725314363815292351261583744096465219555182101554790400.00";
+    AddRow("decimal, no rounding, tiny", 1e-66, -1, true, "0." + QString(65, '0') + "1");
+    AddRow("decimal, rounding 2, huge", 1e70, 2, true,
+           "10000000000000000725314363815292351261583744096465219555182101554790400.00");
   }
   void formatsDecimalsAndPercentages() {
     QFETCH(double, number);
     QFETCH(int, rounding);
     QFETCH(bool, decimal);
-    QFETCH(QString, text);
-    QCOMPARE(QString::fromStdString(FormatNumberForDisplay(number, static_cast<int16_t>(rounding), decimal)), text);
+    QTEST(QString::fromStdString(FormatNumberForDisplay(number, static_cast<int16_t>(rounding), decimal)), "text");
   }
 
   void unroundedDecimalsReadBackAsThemselves_data() {
     QTest::addColumn<double>("value");
-    QTest::newRow("a third") << 1.0 / 3;
-    QTest::newRow("just below 1") << std::nextafter(1.0, 0.0);
-    QTest::newRow("1e-66") << 1e-66;
-    QTest::newRow("smallest denormal") << std::numeric_limits<double>::denorm_min();
+    AddRow("a third", 1.0 / 3);
+    AddRow("just below 1", std::nextafter(1.0, 0.0));
+    AddRow("1e-66", 1e-66);
+    AddRow("smallest denormal", std::numeric_limits<double>::denorm_min());
   }
   void unroundedDecimalsReadBackAsThemselves() {
     QFETCH(double, value);
@@ -66,29 +67,23 @@ class MainWindowRulesTest final : public QObject {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("decimal");
     QTest::addColumn<double>("value");
-    QTest::newRow("150% in percent") << "150%" << false << 1.0;
-    QTest::newRow("75% in percent") << "75%" << false << 0.75;
-    QTest::newRow("75 in percent") << "75" << false << 0.75;
-    QTest::newRow("75% in decimal") << "75%" << true << 1.0;
-    QTest::newRow("0.5 in decimal") << "0.5" << true << 0.5;
-    QTest::newRow(".5 in decimal") << ".5" << true << 0.5;
-    QTest::newRow("negative is not clamped") << "-0.2" << true << -0.2;
+    AddRow("150% in percent", "150%", false, 1.0);
+    AddRow("75% in percent", "75%", false, 0.75);
+    AddRow("75 in percent", "75", false, 0.75);
+    AddRow("75% in decimal", "75%", true, 1.0);
+    AddRow("0.5 in decimal", "0.5", true, 0.5);
+    AddRow(".5 in decimal", ".5", true, 0.5);
+    AddRow("negative is not clamped", "-0.2", true, -0.2);
   }
   void parsesInputByTheDisplaySettingNotTheSign() {
     QFETCH(QString, text);
     QFETCH(bool, decimal);
-    QFETCH(double, value);
-    QCOMPARE(NormaliseNumericInput(text.toStdString(), decimal), value);
+    QTEST(NormaliseNumericInput(text.toStdString(), decimal), "value");
   }
 
   void refusesTextThatIsNotANumber() {
     for (const char* text : {"", "abc", "1.2.3", "%", "nan", "inf", "0x10"}) {
-      try {
-        NormaliseNumericInput(text, true);
-        QFAIL(text);
-      } catch (const TarvelinError& error) {
-        QCOMPARE(error.Number(), ErrTypeMismatch);
-      }
+      QCOMPARE(testing::ErrorNumberOf([&] { NormaliseNumericInput(text, true); }), ErrTypeMismatch);
     }
   }
 

@@ -2,84 +2,58 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
-#include <cstdlib>
 #include <memory>
 
 #include "gui_support/GuiTestRegistry.h"
-#include "mainwindow/frmMain.h"
+#include "gui_support/MainWindowFixture.h"
 #include "mainwindow/modLabelEditing.h"
-#include "startup/modStartup.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TempFolder.h"
 
 using namespace tarvelin;
-using tarvelin::testing::ScopedScriptedDialogs;
-using tarvelin::testing::TempFolder;
 
 // In-place editing, adding and deleting, and keyboard navigation, through real clicks and keys.
 class frmMainEditingTest final : public QObject {
   Q_OBJECT
 
  private:
-  std::unique_ptr<TempFolder> folder_;
-  std::unique_ptr<ScopedScriptedDialogs> dialogs_;
-  std::unique_ptr<frmMain> window_;
+  std::unique_ptr<testing::MainWindowFixture> f_;
 
-  QLabel* Label(const QString& name) {
-    auto* label = window_->findChild<QLabel*>(name);
-    if (label == nullptr) {
-      qFatal("no label named %s", qPrintable(name));
-    }
-    return label;
-  }
-  QLineEdit* EditBox() { return window_->findChild<QLineEdit*>("txtEditBox"); }
-  QAbstractButton* Button(const char* name) { return window_->findChild<QAbstractButton*>(name); }
+  QLabel* Label(const QString& Name) { return f_->Find<QLabel>(Name); }
+  QLineEdit* EditBox() { return f_->Find<QLineEdit>("txtEditBox"); }
   TarvelinTopic& Topic() { return *Program().Topic; }
+  QLabel* Editing() { return f_->Window->EditingLabel(); }
 
-  void Open(const QString& name) {
-    QTest::mouseClick(Label(name), Qt::LeftButton);
+  void Open(const QString& Name) {
+    QTest::mouseClick(Label(Name), Qt::LeftButton);
     QVERIFY(EditBox()->isVisible());
   }
-
-  void Start(int options, int attributes) {
-    window_ = std::make_unique<frmMain>();
-    window_->Form_Load();
-    Topic().SetTotalOptions(static_cast<int16_t>(options));
-    Topic().SetTotalAttributes(static_cast<int16_t>(attributes));
-    bool rowsChanged = false;
-    window_->UpdateSliderArrays(rowsChanged);
-    Program().Modified = false;
+  // Opens the label, types Text and ends the edit with Key.
+  void Edit(const QString& Name, const QString& Text, Qt::Key Key = Qt::Key_Return) {
+    Open(Name);
+    QTest::keyClicks(EditBox(), Text);
+    QTest::keyClick(EditBox(), Key);
+  }
+  // Shows the row's delete button by pointing at its label, then clicks it.
+  void DeleteRowOf(const QString& Name, const char* Button) {
+    QTest::mouseMove(Label(Name));
+    auto* remove = f_->Find<QAbstractButton>(Button);
+    QTRY_VERIFY(remove->isVisible());
+    QTest::mouseClick(remove, Qt::LeftButton);
   }
 
  private slots:
-  void init() {
-    folder_ = std::make_unique<TempFolder>();
-    setenv("TARVELIN_REGISTRY_DIR", folder_->Path().c_str(), 1);
-    dialogs_ = std::make_unique<ScopedScriptedDialogs>();
-    Program().Topic = std::make_unique<TarvelinTopic>();
-    Program().FileToOpen.clear();
-    Program().FileTypeToOpen.clear();
-    Program().DisplayAsDecimal = true;
-    Program().ShowSettingsOnNew = false;
-  }
-
-  void cleanup() {
-    window_.reset();
-    dialogs_.reset();
-    folder_.reset();
-  }
+  void init() { f_ = std::make_unique<testing::MainWindowFixture>(); }
+  void cleanup() { f_.reset(); }
 
   void theEditBoxSitsOverItsLabelOnePointSmaller() {
-    Start(2, 2);
+    f_->Start();
     Open("lblAttribute_1");
     QCOMPARE(EditBox()->geometry(), Label("lblAttribute_1")->geometry());
     QCOMPARE(EditBox()->font().pointSizeF(), Label("lblAttribute_1")->font().pointSizeF() - 1);
-    QCOMPARE(EditBox()->text(), QString("Attribute 2"));
     QCOMPARE(EditBox()->selectedText(), QString("Attribute 2"));
   }
 
   void aValueTakesDigitsAndOnePointOnly() {
-    Start(2, 2);
+    f_->Start();
     Open("lblWeighting_0");
     QTest::keyClicks(EditBox(), "0..5x-%7");
     QCOMPARE(EditBox()->text(), QString("0.57"));
@@ -91,50 +65,47 @@ class frmMainEditingTest final : public QObject {
   }
 
   void escapeRestoresTheCaptionAndCommitsNothing() {
-    Start(2, 2);
-    Open("lblOption_0");
-    QTest::keyClicks(EditBox(), "Bungalow");
-    QTest::keyClick(EditBox(), Qt::Key_Escape);
+    f_->Start();
+    Edit("lblOption_0", "Bungalow", Qt::Key_Escape);
     QVERIFY(!EditBox()->isVisible());
     QCOMPARE(Label("lblOption_0")->text(), QString("Option 1"));
     QCOMPARE(Topic().GetOptionName(0), std::string("Option 1"));
     QVERIFY(!Program().Modified);
   }
 
-  void clickingASecondLabelCommitsTheFirst() {
-    Start(2, 2);
-    Open("lblAttribute_0");
-    QTest::keyClicks(EditBox(), "Cost");
-    Open("lblAttribute_1");
-    QCOMPARE(Topic().GetAttributeName(0), std::string("Cost"));
-    QCOMPARE(Label("lblAttribute_0")->toolTip(), QString("Attribute 1: Cost"));
-    QCOMPARE(window_->EditingLabel(), Label("lblAttribute_1"));
-  }
-
-  void renamingAnOptionRetitlesItsScoreBar() {
-    Start(2, 2);
-    Open("lblOption_1");
-    QTest::keyClicks(EditBox(), "Flat");
-    QTest::keyClick(EditBox(), Qt::Key_Return);
-    QCOMPARE(Label("lblScoreTitle_1")->text(), QString("Flat"));
-    QCOMPARE(Label("lblScoreTitle_0")->text(), QString("Option 1"));
-  }
-
   void committingAnUnchangedOrBlankNameChangesNothing() {
-    Start(2, 3);
-    Open("lblAttribute_2");
-    QTest::keyClick(EditBox(), Qt::Key_Return);
-    QVERIFY(!Program().Modified);
-    Open("lblAttribute_2");
-    QTest::keyClick(EditBox(), Qt::Key_Backspace);
+    f_->Start(2, 3);
+    Edit("lblAttribute_2", "");
+    Edit("lblAttribute_2", "", Qt::Key_Backspace);
     QTest::keyClick(EditBox(), Qt::Key_Return);
     QCOMPARE(Topic().GetAttributeName(2), std::string("Attribute 3"));
     QVERIFY(!Program().Modified);
   }
 
+  void clickingASecondLabelCommitsTheFirst() {
+    f_->Start();
+    Open("lblAttribute_0");
+    QTest::keyClicks(EditBox(), "Cost");
+    Open("lblAttribute_1");
+    QCOMPARE(Topic().GetAttributeName(0), std::string("Cost"));
+    QCOMPARE(Label("lblAttribute_0")->toolTip(), QString("Attribute 1: Cost"));
+    QCOMPARE(Editing(), Label("lblAttribute_1"));
+  }
+
+  void aClickOnTheBackgroundCommitsAndARenamedOptionRetitlesItsScoreBar() {
+    f_->Start();
+    Open("lblOption_1");
+    QTest::keyClicks(EditBox(), "Flat");
+    QTest::mouseClick(f_->Find("picClient"), Qt::LeftButton, {}, QPoint(5, 500));
+    QTRY_VERIFY(!EditBox()->isVisible());
+    QCOMPARE(Topic().GetOptionName(1), std::string("Flat"));
+    QCOMPARE(Label("lblScoreTitle_1")->text(), QString("Flat"));
+    QCOMPARE(Label("lblScoreTitle_0")->text(), QString("Option 1"));
+  }
+
   void aPercentageIsReadInPercentageDisplay() {
     Program().DisplayAsDecimal = false;
-    Start(2, 2);
+    f_->Start();
     Open("lblRating_3");
     QCOMPARE(EditBox()->text(), Label("lblRating_3")->text());
     EditBox()->setText("75%");
@@ -144,78 +115,57 @@ class frmMainEditingTest final : public QObject {
   }
 
   void aValueThatIsNoNumberIsExplainedAndUndone() {
-    Start(2, 2);
+    f_->Start();
     const QString before = Label("lblRating_0")->text();
-    Open("lblRating_0");
-    QTest::keyClicks(EditBox(), ".");
-    QTest::keyClick(EditBox(), Qt::Key_Return);
-    QCOMPARE((*dialogs_)->Messages.size(), size_t{1});
+    Edit("lblRating_0", ".");
+    QCOMPARE(f_->Dialogs->Messages.size(), size_t{1});
     QCOMPARE(Label("lblRating_0")->text(), before);
   }
 
   void tabWrapsWithinTheSameKindOfLabel() {
-    Start(2, 3);
-    Open("lblWeighting_2");
-    QTest::keyClick(EditBox(), Qt::Key_Tab);
-    QCOMPARE(window_->EditingLabel(), Label("lblWeighting_0"));
+    f_->Start(2, 3);
+    Edit("lblWeighting_2", "", Qt::Key_Tab);
+    QCOMPARE(Editing(), Label("lblWeighting_0"));
     QTest::keyClick(EditBox(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(window_->EditingLabel(), Label("lblWeighting_2"));
+    QCOMPARE(Editing(), Label("lblWeighting_2"));
     QTest::keyClick(EditBox(), Qt::Key_Backtab, Qt::ShiftModifier);
-    QCOMPARE(window_->EditingLabel(), Label("lblWeighting_1"));
+    QCOMPARE(Editing(), Label("lblWeighting_1"));
   }
 
   void tabOpensTheFullNameAndTheTitleLeadsNowhere() {
-    Start(2, 2);
-    Topic().SetAttributeName(1, "A rather long attribute name that will not fit");
-    bool rowsChanged = false;
-    window_->UpdateSliderArrays(rowsChanged);
-    Open("lblAttribute_0");
-    QTest::keyClick(EditBox(), Qt::Key_Tab);
-    QCOMPARE(EditBox()->text(), QString("A rather long attribute name that will not fit"));
-
-    Open("lblTitle");
-    QTest::keyClicks(EditBox(), "Holiday");
-    QTest::keyClick(EditBox(), Qt::Key_Tab);
+    f_->Start();
+    const std::string longName = "A rather long attribute name that will not fit";
+    Topic().SetAttributeName(1, longName);
+    f_->Rebuild();
+    Edit("lblAttribute_0", "", Qt::Key_Tab);
+    QCOMPARE(EditBox()->text(), QString::fromStdString(longName));
+    Edit("lblTitle", "Holiday", Qt::Key_Tab);
     QVERIFY(!EditBox()->isVisible());
-    QCOMPARE(Topic().Name(), std::string("Holiday"));
-    QCOMPARE(window_->windowTitle(), QString("Tarvelin - Holiday"));
-  }
-
-  void aClickOnTheBackgroundCommits() {
-    Start(2, 2);
-    Open("lblOption_1");
-    QTest::keyClicks(EditBox(), "Flat");
-    QTest::mouseClick(window_->findChild<QWidget*>("picClient"), Qt::LeftButton, {}, QPoint(5, 500));
-    QTRY_VERIFY(!EditBox()->isVisible());
-    QCOMPARE(Topic().GetOptionName(1), std::string("Flat"));
+    QCOMPARE(f_->Window->windowTitle(), QString("Tarvelin - Holiday"));
   }
 
   void addingNumbersPastTheHighestDefaultNameAndStopsAtTen() {
-    Start(2, 2);
+    f_->Start();
     Topic().SetAttributeName(1, "Attribute 7");
-    QTest::mouseClick(Button("btnAddAttribute"), Qt::LeftButton);
+    QTest::mouseClick(f_->Find<QAbstractButton>("btnAddAttribute"), Qt::LeftButton);
     QCOMPARE(Topic().GetAttributeName(2), std::string("Attribute 8"));
-    QVERIFY(window_->findChild<QLabel*>("lblAttribute_2") != nullptr);
+    QVERIFY(f_->Has("lblAttribute_2"));
     QVERIFY(Program().Modified);
+    auto* add = f_->Find<QAbstractButton>("btnAddOption");
     for (int i = 0; i < 10; ++i) {
-      QTest::mouseClick(Button("btnAddOption"), Qt::LeftButton);
+      QTest::mouseClick(add, Qt::LeftButton);
     }
     QCOMPARE(Topic().TotalOptions(), int16_t{10});
-    QVERIFY(!Button("btnAddOption")->isEnabled());
+    QVERIFY(!add->isEnabled());
   }
 
   void deletingRemovesTheHighlightedRowButNeverTheLast() {
-    Start(3, 1);
-    QTest::mouseMove(Label("lblOption_1"));
-    auto* remove = Button("btnRemoveOption");
-    QTRY_VERIFY(remove->isVisible());
-    QCOMPARE(window_->SelectedOption(), int16_t{1});
-    QTest::mouseClick(remove, Qt::LeftButton);
+    f_->Start(3, 1);
+    DeleteRowOf("lblOption_1", "btnRemoveOption");
     QCOMPARE(Topic().TotalOptions(), int16_t{2});
     QCOMPARE(Topic().GetOptionName(1), std::string("Option 3"));
-
     Topic().SetAttributeName(0, "Only");
-    window_->findChild<QAbstractButton*>("btnRemoveAttribute")->click();
+    f_->Find<QAbstractButton>("btnRemoveAttribute")->click();
     QCOMPARE(Topic().TotalAttributes(), int16_t{1});
     QCOMPARE(Topic().GetAttributeName(0), std::string("Attribute 1"));
   }
@@ -223,17 +173,11 @@ class frmMainEditingTest final : public QObject {
   // The settings dialog can remove the row of a label edited earlier; a delete afterwards must not reach
   // back to that label (a crash, or a sanitizer report, when it does).
   void deletingAfterTheEditedRowWentAwayIsSafe() {
-    Start(2, 3);
-    Open("lblRating_5");
-    QTest::keyClicks(EditBox(), "0.3");
-    QTest::keyClick(EditBox(), Qt::Key_Return);
+    f_->Start(2, 3);
+    Edit("lblRating_5", "0.3");
     Topic().SetTotalOptions(1);
-    bool rowsChanged = false;
-    window_->UpdateSliderArrays(rowsChanged);
-    QTest::mouseMove(Label("lblAttribute_2"));
-    auto* remove = Button("btnRemoveAttribute");
-    QTRY_VERIFY(remove->isVisible());
-    QTest::mouseClick(remove, Qt::LeftButton);
+    f_->Rebuild();
+    DeleteRowOf("lblAttribute_2", "btnRemoveAttribute");
     QCOMPARE(Topic().TotalAttributes(), int16_t{2});
     QVERIFY(!EditBox()->isVisible());
   }
