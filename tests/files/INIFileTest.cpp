@@ -111,18 +111,6 @@ TEST(INIFileLookup, MissingParameterGivesDefaultThenNullThenTheError) {
   }
 }
 
-TEST(INIFileLookup, CountSectionsCountsSectionZeroOnlyWithAParameter) {
-  INIFile ini;
-  ini.AddComment("header");
-  ini.UseSection("A");
-  EXPECT_EQ(ini.CountSections(), 1);
-  ini.UseSection("");
-  ini.AddParameter("k", "v");
-  EXPECT_EQ(ini.CountSections(), 2);
-  ini.Reset();
-  EXPECT_EQ(ini.CountSections(), 0);
-}
-
 TEST(INIFileRead, LinesBecomeParametersCommentsAndBlankLines) {
   TempFolder folder;
   const INIFile ini = ReadText(folder,

@@ -94,26 +94,6 @@ class MainWindowRulesTest final : public QObject {
     QVERIFY(!SnapToMinimumClientSize(outer, {300, 200}, true));
     QVERIFY(!SnapToMinimumClientSize(outer, {640, 420}, false));
   }
-
-  void laysTheCommandRowRightToLeft() {
-    const auto lefts = LayoutCommandRow(1000, 100, 80, 90, 150);
-    QCOMPARE(lefts.Settings, 830);
-    QCOMPARE(lefts.Save, 730);
-    QCOMPARE(lefts.Load, 640);
-    QCOMPARE(lefts.New, 530);
-  }
-
-  void panelHeightsFollowTheCountsOnlyWhenExpanded() {
-    QCOMPARE(ScorePanelHeight(3, 20, 24, true), 75 + 24 + 15);
-    QCOMPARE(ScorePanelHeight(3, 20, 24, false), 24 + 10);
-    QCOMPARE(ScorePanelHeight(9, 20, 24, false), 24 + 10);
-    QCOMPARE(WeightingPanelHeight(RowExtent(4, 20), 24, 20, true), 24 + 15 + 75 + 20 + 5);
-    QCOMPARE(RatingPanelHeight(2, RowExtent(3, 20), 20, 24, true), 2 * (50 + 20 + 5) + 24 + 15);
-    QCOMPARE(RatingPanelHeight(2, RowExtent(3, 20), 20, 24, false), 24 + 10);
-    // The last row of a block ends 5 pixels above the next block.
-    QCOMPARE(RatingBlockOffset(1, RowExtent(3, 20), 20, 24) - RatingBlockOffset(0, RowExtent(3, 20), 20, 24),
-             3 * RowStep(20));
-  }
 };
 
 TARVELIN_GUI_TEST(MainWindowRulesTest);
