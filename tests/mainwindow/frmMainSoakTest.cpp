@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QTest>
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
@@ -19,6 +20,7 @@
 #include "gui_support/SoakInvariants.h"
 #include "mainwindow/ctlSlider.h"
 #include "mainwindow/frmMain.h"
+#include "model/modRounding.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
@@ -55,41 +57,47 @@ std::string Lines(const std::vector<std::string>& Items) {
 }
 
 // A name as a topic file gives it back: a ";" starts a comment in the file, so the name ends before it, and
-// the spaces around it are dropped.
-std::string AsFileKeepsIt(const std::string& Name) {
+// the spaces around it are dropped. An option or attribute whose name comes back empty reads as its default.
+QString NameAsFileKeepsIt(const std::string& Name, const std::string& Default) {
   std::string kept = Name.substr(0, Name.find(';'));
   kept.erase(0, kept.find_first_not_of(' '));
   kept.erase(kept.find_last_not_of(' ') + 1);
-  return kept;
+  return QString::fromStdString(kept.empty() ? Default : kept);
 }
 
-std::string Unchanged(const std::string& Name) {
-  return Name;
+// A value as a topic file gives it back: written with at most four decimals, read into a topic that rounds
+// to three.
+double ValueAsFileKeepsIt(double Value) {
+  return BankersRound(BankersRound(Value, 4), 3);
 }
 
-// The topic line by line as a file keeps it: title, weighting type, names (through Kept) and every value as
-// the window shows it. An option or attribute whose name comes back empty reads as its default name.
-QStringList Snapshot(const TarvelinTopic& Topic, std::string (*Kept)(const std::string&)) {
-  const auto name = [Kept](const std::string& Name, const char* Default, int Index) {
-    const std::string kept = Kept(Name);
-    return QString::fromStdString(kept.empty() ? Default + std::to_string(Index + 1) : kept);
-  };
+// The topic line by line as a file keeps it: title, weighting type, names and ratings. Both sides of a round
+// trip go through it; for a topic just loaded it changes nothing.
+QStringList AsFileKeepsIt(const TarvelinTopic& Topic) {
   QStringList lines{QString("\"%1\" %2 %3x%4")
-                        .arg(QString::fromStdString(Kept(Topic.Name())))
+                        .arg(NameAsFileKeepsIt(Topic.Name(), ""))
                         .arg(Topic.InvertWeights() ? "inverted" : "plain")
                         .arg(Topic.TotalOptions())
                         .arg(Topic.TotalAttributes())};
   for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
-    lines << QString("\"%1\" %2").arg(name(Topic.GetAttributeName(a), "Attribute ", a)).arg(Topic.GetWeighting(a));
+    lines << NameAsFileKeepsIt(Topic.GetAttributeName(a), "Attribute " + std::to_string(a + 1));
   }
   for (int16_t o = 0; o < Topic.TotalOptions(); ++o) {
-    QString line = QString("\"%1\"").arg(name(Topic.GetOptionName(o), "Option ", o));
+    QString line = NameAsFileKeepsIt(Topic.GetOptionName(o), "Option " + std::to_string(o + 1));
     for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
-      line += QString(" %1").arg(Topic.GetRating(o, a));
+      line += QString(" %1").arg(ValueAsFileKeepsIt(Topic.GetRating(o, a)));
     }
-    lines << line + QString(" = %1").arg(Topic.GetScore(o));
+    lines << line;
   }
   return lines;
+}
+
+std::vector<double> Weightings(const TarvelinTopic& Topic) {
+  std::vector<double> weightings;
+  for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
+    weightings.push_back(ValueAsFileKeepsIt(Topic.GetWeighting(a)));
+  }
+  return weightings;
 }
 
 }  // namespace
@@ -129,7 +137,8 @@ class frmMainSoakTest final : public QObject {
     }
     testing::ScopedScriptedDialogs dialogs;
     const std::string file = folder_->File("round trip.tvt");
-    const QStringList before = Snapshot(*Program().Topic, AsFileKeepsIt);
+    const QStringList before = AsFileKeepsIt(*Program().Topic);
+    const std::vector<double> weightingsBefore = Weightings(*Program().Topic);
     dialogs->FileAnswers.push_back(file);
     QTest::mouseClick(Find<QAbstractButton>("btnSave"), Qt::LeftButton);
     QVERIFY2(!Program().Modified, "the save did not go through");
@@ -137,9 +146,20 @@ class frmMainSoakTest final : public QObject {
     QTest::mouseClick(Find<QAbstractButton>("btnLoad"), Qt::LeftButton);
     QCOMPARE(dialogs->Messages.size(), size_t{0});
     QCOMPARE(Program().CurrentFileName, file);
-    const QStringList after = Snapshot(*Program().Topic, Unchanged);
+    const QStringList after = AsFileKeepsIt(*Program().Topic);
     for (qsizetype line = 0; line < std::max(before.size(), after.size()); ++line) {
       QCOMPARE(after.value(line), before.value(line));
+    }
+    // Normalised, the file holds each weighting's share, rounded; read back, the shares are normalised
+    // again, so each may move by the others' rounding. The scores follow from the rest and the window's
+    // check covers them.
+    const double tolerance = Program().Topic->NormaliseWeights() ? 0.0015 : 1e-12;
+    const std::vector<double> weightingsAfter = Weightings(*Program().Topic);
+    for (size_t a = 0; a < weightingsBefore.size(); ++a) {
+      QVERIFY2(
+          std::abs(weightingsAfter[a] - weightingsBefore[a]) <= tolerance,
+          qPrintable(
+              QString("weighting %1: %2 saved, %3 loaded").arg(a).arg(weightingsBefore[a]).arg(weightingsAfter[a])));
     }
     const auto problems = testing::WindowDisagreements(*window_);
     QVERIFY2(problems.empty(), ("after loading back:" + Lines(problems)).c_str());
