@@ -1,6 +1,6 @@
 // Interprets any arguments (the input split at NUL bytes) as the program's command line, run in a folder
-// that holds a topic file and a CSV file. At most one thing may be
-// chosen, a file only when it exists with the topic file extension, and every refusal is reported.
+// that holds a topic file and a CSV file. At most one thing may be chosen, a file only when it exists
+// with the topic file extension, and every refusal is reported once.
 #include <filesystem>
 #include <string>
 #include <string_view>
