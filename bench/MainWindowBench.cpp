@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <memory>
 
-#include "mainwindow/ctlSlider.h"
 #include "mainwindow/frmMain.h"
 #include "startup/modStartup.h"
+#include "widgets/ctlSlider.h"
 
 namespace tarvelin {
 namespace {

@@ -16,9 +16,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "mainwindow/GraphicalButton.h"
-#include "mainwindow/modColours.h"
-#include "mainwindow/modDecoration.h"
+#include "widgets/GraphicalButton.h"
+#include "widgets/Palette.h"
+#include "widgets/modDecoration.h"
 #include "settingsdialog/modOptionRules.h"
 #include "startup/modStartup.h"
 

@@ -18,12 +18,12 @@
 #include "gui_support/RandomDialogs.h"
 #include "gui_support/SoakActions.h"
 #include "gui_support/SoakInvariants.h"
-#include "mainwindow/ctlSlider.h"
 #include "mainwindow/frmMain.h"
 #include "model/modRounding.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
+#include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 using tarvelin::testing::TempFolder;

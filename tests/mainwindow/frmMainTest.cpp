@@ -8,7 +8,9 @@
 #include "gui_support/GuiTestRegistry.h"
 #include "gui_support/MainWindowFixture.h"
 #include "mainwindow/MainWindowLayout.h"
-#include "mainwindow/ctlSlider.h"
+#include "mainwindow/PanelLayout.h"
+#include "mainwindow/RowControls.h"
+#include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 
@@ -41,17 +43,17 @@ class frmMainTest final : public QObject {
 
   void buildsOneRowPerOptionAndAttributeMappedOptionMajor() {
     frmMain& window = f_->Start(4, 3);
-    QCOMPARE(window.TranslateToIndex(2, 1), int16_t{7});
-    QCOMPARE(window.GetOptionIDFromIndex(7), int16_t{2});
-    QCOMPARE(window.GetAttributeIDFromIndex(7), int16_t{1});
+    QCOMPARE(window.Rows().TranslateToIndex(2, 1), int16_t{7});
+    QCOMPARE(window.Rows().GetOptionIDFromIndex(7), int16_t{2});
+    QCOMPARE(window.Rows().GetAttributeIDFromIndex(7), int16_t{1});
     QVERIFY(f_->Has("sliderRating_11") && !f_->Has("sliderRating_12"));
     QCOMPARE(f_->Find<QLabel>("lblScoreTitle_1")->toolTip(), QString("Scores for option 2"));
     // While the topic already has a fourth attribute but the window still shows three, only the control
     // count maps the existing controls correctly.
     Program().Topic->AddAttribute("Attribute 4");
-    QCOMPARE(window.GetOptionIDFromIndex(7, true), int16_t{2});
-    QCOMPARE(window.GetAttributeIDFromIndex(7, true), int16_t{1});
-    QCOMPARE(window.GetOptionIDFromIndex(7), int16_t{1});
+    QCOMPARE(window.Rows().GetOptionIDFromIndex(7, true), int16_t{2});
+    QCOMPARE(window.Rows().GetAttributeIDFromIndex(7, true), int16_t{1});
+    QCOMPARE(window.Rows().GetOptionIDFromIndex(7), int16_t{1});
     Program().Topic->SetTotalOptions(2);
     f_->Rebuild();
     QVERIFY(f_->Has("sliderRating_7") && !f_->Has("sliderRating_8"));
@@ -66,7 +68,7 @@ class frmMainTest final : public QObject {
     frmMain& window = f_->Start(3, 2);
     auto* scores = f_->Find("picScoreFrame");
     const int heading = f_->Find("lblScores")->height();
-    QCOMPARE(scores->height(), 3 * (window.ScoreRowStep() + 5) + heading + 15);
+    QCOMPARE(scores->height(), 3 * (window.Panels().ScoreRowStep() + 5) + heading + 15);
     const QRect ratingsBefore = f_->Find("picRatingFrame")->geometry();
     const QRect sliderBefore = f_->Find("sliderRating_3")->geometry();
     auto* toggle = f_->Find<QAbstractButton>("btnToggleScore");

@@ -1,4 +1,4 @@
-#include "mainwindow/modButtonPictures.h"
+#include "widgets/modButtonPictures.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -3,6 +3,8 @@
 #include <QWidget>
 #include <cstdint>
 
+#include "widgets/Palette.h"
+
 namespace tarvelin {
 
 // A horizontal slider whose position runs from 0 to 100. The track is filled up to the position in the bar
@@ -52,7 +54,7 @@ class ctlSlider final : public QWidget {
   void pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar) const;
 
   int value_ = 0;
-  uint32_t barColour_ = 0x0980FD;
+  uint32_t barColour_ = Palette::OtherBar;
   bool readOnly_ = false;
   bool dragging_ = false;
   int wheelRemainder_ = 0;  // angle units not yet turned into a step

@@ -1,4 +1,4 @@
-#include "mainwindow/modColours.h"
+#include "widgets/Palette.h"
 
 namespace tarvelin {
 

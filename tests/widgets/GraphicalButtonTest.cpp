@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "gui_support/GuiTestRegistry.h"
-#include "mainwindow/GraphicalButton.h"
+#include "widgets/GraphicalButton.h"
 
 using namespace tarvelin;
 

@@ -11,15 +11,6 @@ namespace tarvelin {
 
 class cDIBSection;
 
-// The window's fixed palette, as 0x00BBGGRR values.
-namespace Palette {
-inline constexpr uint32_t FormFirst = 0xFFEFDF;
-inline constexpr uint32_t FormSecond = 0xFFC891;
-inline constexpr uint32_t PanelFirst = 0xFFFFFB;
-inline constexpr uint32_t PanelSecond = 0xF8ECE0;
-inline constexpr uint32_t PanelBorder = 0x9C9586;
-}  // namespace Palette
-
 // Fills the whole picture with a diagonal sweep: ColourA in three corners, ColourB in the bottom-right one.
 void FillTwoColourGradient(cDIBSection& Picture, uint32_t ColourA, uint32_t ColourB);
 

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "gui_support/GuiTestRegistry.h"
-#include "mainwindow/ctlSlider.h"
+#include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 

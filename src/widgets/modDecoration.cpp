@@ -1,4 +1,4 @@
-#include "mainwindow/modDecoration.h"
+#include "widgets/modDecoration.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -6,8 +6,8 @@
 
 #include "graphics/cDIBSection.h"
 #include "graphics/clsGradientFill.h"
-#include "mainwindow/modColours.h"
 #include "platform/qt/modPictureConversion.h"
+#include "widgets/Palette.h"
 
 namespace tarvelin {
 

@@ -1,4 +1,4 @@
-#include "mainwindow/GraphicalButton.h"
+#include "widgets/GraphicalButton.h"
 
 #include <QKeyEvent>
 #include <QLinearGradient>

@@ -2,7 +2,7 @@
 
 #include <QAbstractButton>
 
-#include "mainwindow/modButtonPictures.h"
+#include "widgets/modButtonPictures.h"
 
 namespace tarvelin {
 

@@ -1,4 +1,4 @@
-#include "mainwindow/ctlSlider.h"
+#include "widgets/ctlSlider.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -8,7 +8,7 @@
 #include <cmath>
 #include <optional>
 
-#include "mainwindow/modColours.h"
+#include "widgets/Palette.h"
 
 namespace tarvelin {
 
