@@ -1,12 +1,17 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 #include <cstdint>
 
 namespace tarvelin {
 
 // Colours are kept as 0x00BBGGRR values throughout the program; the top byte is ignored.
 QColor ColourFromColorref(uint32_t Colour);
+
+// The light palette the program's own widgets keep, so that their text stays readable on the light
+// decoration they are drawn on under any desktop theme. Message boxes and file dialogs follow the desktop.
+QPalette LightPalette();
 
 // The program's fixed colours, shared by the main window and the settings dialog.
 namespace Palette {

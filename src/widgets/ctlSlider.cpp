@@ -1,5 +1,6 @@
 #include "widgets/ctlSlider.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,6 +9,7 @@
 #include <cmath>
 #include <optional>
 
+#include "widgets/AccessibleSlider.h"
 #include "widgets/Palette.h"
 
 namespace tarvelin {
@@ -62,6 +64,7 @@ QColor Blend(const QColor& From, const QColor& To, double Amount) {
 }  // namespace
 
 ctlSlider::ctlSlider(QWidget* parent) : QWidget(parent) {
+  AccessibleSlider::Install();
   setFocusPolicy(Qt::ClickFocus);
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -110,6 +113,8 @@ bool ctlSlider::pApplyValue(int Value) {
   }
   value_ = clamped;
   update();
+  QAccessibleValueChangeEvent changed(this, value_);
+  QAccessible::updateAccessibility(&changed);
   emit Change();
   return true;
 }

@@ -28,6 +28,10 @@ class ctlSlider final : public QWidget {
   bool ReadOnly() const { return readOnly_; }
   void SetReadOnly(bool ReadOnly);
 
+  // The value as the window shows it ("0.700", "70%"), for screen readers.
+  const QString& ValueText() const { return valueText_; }
+  void SetValueText(const QString& Text) { valueText_ = Text; }
+
   // Pixels between each edge of the widget and the end of the track (positions 0 and 100).
   int TrackInset() const;
 
@@ -47,6 +51,8 @@ class ctlSlider final : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  friend class AccessibleSlider;  // moves the slider as the person would
+
   bool pApplyValue(int Value);
   void pMoveByUser(int Value);
   int pValueAt(double X) const;
@@ -58,6 +64,7 @@ class ctlSlider final : public QWidget {
   bool readOnly_ = false;
   bool dragging_ = false;
   int wheelRemainder_ = 0;  // angle units not yet turned into a step
+  QString valueText_;
 };
 
 }  // namespace tarvelin
