@@ -52,6 +52,8 @@ EntryButtons::EntryButtons(QWidget* Client, std::function<void()> CancelEdit, st
   }
   btnRemoveAttribute->setToolTip("Delete Attribute");
   btnRemoveOption->setToolTip("Delete Option");
+  btnRemoveAttribute->setAccessibleName("Delete Attribute");
+  btnRemoveOption->setAccessibleName("Delete Option");
   QObject::connect(btnAddAttribute, &QAbstractButton::clicked, Client, [this] { btnAddAttribute_Click(); });
   QObject::connect(btnAddOption, &QAbstractButton::clicked, Client, [this] { btnAddOption_Click(); });
   QObject::connect(btnRemoveAttribute, &QAbstractButton::clicked, Client, [this] { btnRemoveAttribute_Click(); });

@@ -99,6 +99,7 @@ void LabelEditor::BeginLabelEdit(QLabel* Label, int16_t EditMode, std::optional<
   txtEditBox->setText(Value ? QString::fromStdString(*Value) : Label->text());
   editingLabel_ = Label;
   editMode_ = EditMode;
+  txtEditBox->setAccessibleName(Label->accessibleName());
   txtEditBox->show();
   txtEditBox->raise();
   txtEditBox->setFocus(Qt::OtherFocusReason);

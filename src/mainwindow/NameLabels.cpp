@@ -9,6 +9,7 @@
 #include "mainwindow/ScoreBars.h"
 #include "mainwindow/WindowText.h"
 #include "startup/modStartup.h"
+#include "widgets/ctlSlider.h"
 
 namespace tarvelin {
 
@@ -87,6 +88,7 @@ void NameLabels::lblOption_Change(int16_t Index) {
   }
   Topic().SetOptionName(Index, caption);
   ShowEntryName(label, "Option", Index, caption);
+  DescribeRows();
   // The score bar is titled with the same name, renamed here wherever the name was edited.
   if (static_cast<size_t>(Index) < rows_.lblScoreTitle.size()) {
     SetCaption(rows_.lblScoreTitle[static_cast<size_t>(Index)], caption);
@@ -106,7 +108,39 @@ void NameLabels::lblAttribute_Change(int16_t Index) {
   }
   Topic().SetAttributeName(Index, caption);
   ShowEntryName(label, "Attribute", Index, caption);
+  DescribeRows();
   inAttributeChange_ = false;
+}
+
+void NameLabels::DescribeRows() {
+  const TarvelinTopic& topic = Topic();
+  const auto describe = [](QWidget* control, const std::string& name, const char* how) {
+    control->setAccessibleName(QString::fromStdString(name));
+    control->setAccessibleDescription(how);
+  };
+  const size_t options = std::min(rows_.lblOption.size(), static_cast<size_t>(topic.TotalOptions()));
+  const size_t attributes = std::min(rows_.lblAttribute.size(), static_cast<size_t>(topic.TotalAttributes()));
+  for (size_t a = 0; a < attributes; ++a) {
+    const std::string attribute = topic.GetAttributeName(static_cast<int16_t>(a));
+    describe(rows_.lblAttribute[a], "Attribute " + attribute, "Click to rename");
+    describe(rows_.sliderWeighting[a], "Weighting of " + attribute, "Drag, or use the arrow keys, to change it");
+    describe(rows_.lblWeighting[a], "Weighting of " + attribute, "Click to type a value");
+  }
+  for (size_t o = 0; o < options; ++o) {
+    const std::string option = topic.GetOptionName(static_cast<int16_t>(o));
+    describe(rows_.lblOption[o], "Option " + option, "Click to rename");
+    describe(rows_.sliderScore[o], "Score of " + option, "The weighted mean of its ratings");
+    describe(rows_.lblScore[o], "Score of " + option, "");
+    for (size_t a = 0; a < attributes; ++a) {
+      const std::string attribute = topic.GetAttributeName(static_cast<int16_t>(a));
+      const auto i = static_cast<size_t>(rows_.TranslateToIndex(static_cast<int16_t>(o), static_cast<int16_t>(a)));
+      describe(rows_.sliderRating[i], "Rating of " + option + " for " + attribute,
+               "Drag, or use the arrow keys, to change it");
+      describe(rows_.lblRating[i], "Rating of " + option + " for " + attribute, "Click to type a value");
+      // The rows of a block carry no attribute names of their own; the tooltip tells which rating it is.
+      rows_.sliderRating[i]->setToolTip(QString::fromStdString(option + ": " + attribute));
+    }
+  }
 }
 
 void NameLabels::lblScoreTitle_Change(int16_t Index) {

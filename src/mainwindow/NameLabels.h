@@ -26,6 +26,10 @@ class NameLabels final {
 
   void lblTitle_Change();
 
+  // Names every row's controls after its option and attribute, for screen readers ("Rating of Estate for
+  // Price") and in the rating sliders' tooltips.
+  void DescribeRows();
+
  private:
   void lblOption_Change(int16_t Index);
   void lblAttribute_Change(int16_t Index);

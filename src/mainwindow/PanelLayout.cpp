@@ -157,9 +157,6 @@ void PanelLayout::PlaceRatingRows(int PanelTop, int PanelWidth) {
       rows_.sliderRating[i]->setGeometry(sliderLeft, top, sliderWidth, RowHeight);
       rows_.lblRating[i]->setGeometry(sliderLeft + sliderWidth + 10, top, ValueLabelWidth, RowHeight);
       SetVisible(toggles_.ShowRatings(), {rows_.sliderRating[i], rows_.lblRating[i]});
-      // The rows of a block carry no attribute names of their own; the tooltip tells which rating it is.
-      rows_.sliderRating[i]->setToolTip(
-          QString::fromStdString(Topic().GetOptionName(static_cast<int16_t>(o)) + ": " + Topic().GetAttributeName(a)));
     }
   }
 }

@@ -30,26 +30,27 @@ void ValueDisplay::Refresh() {
   const TarvelinTopic& topic = Topic();
   const int16_t rounding = topic.Rounding();
   const bool decimal = Program().DisplayAsDecimal;
-  const auto format = [&](double value) {
-    return QString::fromStdString(FormatNumberForDisplay(value, rounding, decimal));
+  // The label and the slider's spoken value read the same.
+  const auto show = [&](ctlSlider* slider, QLabel* label, double value) {
+    slider->SetValue(SliderPosition(value));
+    const QString text = QString::fromStdString(FormatNumberForDisplay(value, rounding, decimal));
+    slider->SetValueText(text);
+    label->setText(text);
   };
   for (int16_t a = 0; a < topic.TotalAttributes(); ++a) {
     const double weighting = topic.GetWeighting(a);
-    rows_.sliderWeighting[static_cast<size_t>(a)]->SetValue(SliderPosition(weighting));
-    rows_.lblWeighting[static_cast<size_t>(a)]->setText(format(weighting));
+    show(rows_.sliderWeighting[static_cast<size_t>(a)], rows_.lblWeighting[static_cast<size_t>(a)], weighting);
   }
   for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
     for (int16_t a = 0; a < topic.TotalAttributes(); ++a) {
       const auto i = static_cast<size_t>(rows_.TranslateToIndex(o, a));
       const double rating = topic.GetRating(o, a);
-      rows_.sliderRating[i]->SetValue(SliderPosition(rating));
-      rows_.lblRating[i]->setText(format(rating));
+      show(rows_.sliderRating[i], rows_.lblRating[i], rating);
     }
   }
   for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
     const double score = topic.GetScore(o);
-    rows_.sliderScore[static_cast<size_t>(o)]->SetValue(SliderPosition(score));
-    rows_.lblScore[static_cast<size_t>(o)]->setText(format(score));
+    show(rows_.sliderScore[static_cast<size_t>(o)], rows_.lblScore[static_cast<size_t>(o)], score);
   }
   isUpdatingControls_ = false;
 }

@@ -31,6 +31,7 @@
 #include "settingsdialog/frmOptions.h"
 #include "startup/modStartup.h"
 #include "widgets/GraphicalButton.h"
+#include "widgets/Palette.h"
 
 namespace tarvelin {
 
@@ -48,6 +49,8 @@ TarvelinTopic& Topic() {
 frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   setObjectName("frmMain");
   setWindowTitle(QString::fromStdString(Program().AppTitle));
+  // The window paints its own light decoration, so its text stays dark whatever the desktop's theme.
+  setPalette(LightPalette());
   scrollArea_ = new QScrollArea(this);
   scrollArea_->setObjectName("scrollClient");
   scrollArea_->setFrameShape(QFrame::NoFrame);
@@ -97,20 +100,26 @@ void frmMain::CreateTitleAndCommands() {
   lblTitle->setMouseTracking(true);
   lblTitle->setText("Topic Title");
   lblTitle->setGeometry(PanelMargin, TitleTop, 300, TitleHeight);
-  const auto makeCommand = [this](const char* name, const char* text, ButtonPicture picture) {
+  lblTitle->setAccessibleName("Topic title");
+  lblTitle->setAccessibleDescription("Click to rename the topic");
+  const auto makeCommand = [this](const char* name, const char* text, ButtonPicture picture, const char* tip) {
     auto* button = new GraphicalButton(client_);
     button->setObjectName(name);
     button->setText(text);
+    button->setToolTip(tip);
+    button->setAccessibleDescription(tip);
     button->SetPicture(picture);
     button->setFont(LabelFont(10));
     button->resize(button->sizeHint().width(), TitleHeight);
     button->move(0, TitleTop);
     return button;
   };
-  btnNew = makeCommand("btnNew", "Start New Topic", ButtonPicture::New);
-  btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load);
-  btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save);
-  btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings);
+  btnNew = makeCommand("btnNew", "Start New Topic", ButtonPicture::New, "Start a new topic (Ctrl+N)");
+  btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load, "Load a topic or import a CSV file (Ctrl+L)");
+  btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save,
+                        "Save the topic, export it as CSV or save a picture of the window (Ctrl+S)");
+  btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings,
+                            "Change the topic's settings and your preferences");
   connect(btnNew, &QAbstractButton::clicked, this, [this] { btnNew_Click(); });
   connect(btnLoad, &QAbstractButton::clicked, this, [this] { btnLoad_Click(); });
   connect(btnSave, &QAbstractButton::clicked, this, [this] { btnSave_Click(); });
@@ -254,7 +263,9 @@ void frmMain::CopyPictureToClipboard() {
   cDIBSection picture;
   DIBFromImage(capturedPicture_, picture);
   QtClipboard clipboard;
-  picture.CopyToClipboard(clipboard);
+  if (const auto refusal = picture.CopyToClipboard(clipboard)) {
+    Program().UI->ShowMessage(*refusal, MsgButtons::OK, MsgIcon::None, Program().AppTitle);
+  }
 }
 
 void frmMain::CaptureWindow() {
@@ -314,6 +325,7 @@ void frmMain::UpdateSliderArrays(bool& RowsChanged) {
     names_->SetCaption(rows_->lblOption[static_cast<size_t>(o)], Topic().GetOptionName(o));
     names_->SetCaption(rows_->lblScoreTitle[static_cast<size_t>(o)], Topic().GetOptionName(o));
   }
+  names_->DescribeRows();
   entries_->RefreshAddButtons();
   UpdateSettings();
   Form_Resize();
