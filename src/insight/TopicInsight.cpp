@@ -18,7 +18,7 @@ namespace {
 constexpr double Tolerance = 1e-12;
 
 // The points of the hold share's sample: enough for a percentage to settle within about a point.
-constexpr int HoldShareSamples = 4096;
+constexpr int HoldShareSamples = 2048;
 
 void CheckAttribute(const ExactScores& Exact, int16_t AttributeID, const std::string& Operation) {
   if (AttributeID < 0 || AttributeID >= Exact.TotalAttributes()) {
@@ -184,27 +184,64 @@ std::vector<double> SampleSteps(int16_t Dimensions) {
   return steps;
 }
 
-// The best option's lead over each rival, attribute by attribute: for each attribute, one value per rival.
-std::vector<double> LeadsOfBest(const ExactScores& Exact) {
-  std::vector<double> leads;
+// The weightings the hold share draws from: each stored one +/- the radius, within 0 to 1.
+struct WeightingBox {
+  std::vector<double> Lows;
+  std::vector<double> Widths;
+};
+
+WeightingBox BoxAround(const ExactScores& Exact, double Radius) {
+  const double radius = std::max(Radius, 0.0);
+  WeightingBox box;
   for (int16_t i = 0; i < Exact.TotalAttributes(); ++i) {
-    for (int16_t rival = 0; rival < Exact.TotalOptions(); ++rival) {
-      if (rival != Exact.Best()) {
-        leads.push_back(Exact.Rating(Exact.Best(), i) - Exact.Rating(rival, i));
-      }
+    box.Lows.push_back(std::max(Exact.StoredWeighting(i) - radius, 0.0));
+    box.Widths.push_back(std::min(Exact.StoredWeighting(i) + radius, 1.0) - box.Lows.back());
+  }
+  return box;
+}
+
+// The best option's lead over a rival, weighted, is smallest at one corner of the box: where each attribute on
+// which the best one leads weighs least and each on which it trails weighs most.
+bool CanOvertake(const ExactScores& Exact, const WeightingBox& Box, int16_t Rival) {
+  double worst = 0.0;
+  for (int16_t i = 0; i < Exact.TotalAttributes(); ++i) {
+    const double lead = Exact.Rating(Exact.Best(), i) - Exact.Rating(Rival, i);
+    worst += lead * (lead > 0.0 ? Box.Lows[i] : Box.Lows[i] + Box.Widths[i]);
+  }
+  return worst < 0.0;
+}
+
+// The best option's lead over each rival that can overtake it somewhere in the box, attribute by attribute:
+// for each attribute, one value per such rival.
+struct RivalLeads {
+  std::size_t Rivals = 0;
+  std::vector<double> Leads;
+};
+
+RivalLeads LeadsOfBest(const ExactScores& Exact, const WeightingBox& Box) {
+  std::vector<int16_t> rivals;
+  for (int16_t rival = 0; rival < Exact.TotalOptions(); ++rival) {
+    if (rival != Exact.Best() && CanOvertake(Exact, Box, rival)) {
+      rivals.push_back(rival);
+    }
+  }
+  RivalLeads leads{rivals.size(), {}};
+  for (int16_t i = 0; i < Exact.TotalAttributes(); ++i) {
+    for (const int16_t rival : rivals) {
+      leads.Leads.push_back(Exact.Rating(Exact.Best(), i) - Exact.Rating(rival, i));
     }
   }
   return leads;
 }
 
-// Whether every rival's weighted lead is at least 0. Summing rival by rival in the inner loop keeps each sum
-// independent, so the loop runs on vector registers.
-bool LeadsHold(const std::vector<double>& Leads, const std::vector<double>& Weightings, std::vector<double>& Sums) {
+// Whether every rival's weighted lead is at least 0 (dividing by the weightings' sum changes no sign; all
+// weightings 0, where every attribute counts equally, is only drawn when it is the topic's own state). Summing
+// rival by rival in the inner loop keeps the sums independent, so the loop runs on vector registers.
+bool LeadsHold(const RivalLeads& Leads, const std::vector<double>& Weightings, std::vector<double>& Sums) {
   std::fill(Sums.begin(), Sums.end(), 0.0);
-  const std::size_t rivals = Sums.size();
   for (std::size_t i = 0; i < Weightings.size(); ++i) {
-    for (std::size_t rival = 0; rival < rivals; ++rival) {
-      Sums[rival] += Weightings[i] * Leads[i * rivals + rival];
+    for (std::size_t rival = 0; rival < Leads.Rivals; ++rival) {
+      Sums[rival] += Weightings[i] * Leads.Leads[i * Leads.Rivals + rival];
     }
   }
   return std::all_of(Sums.begin(), Sums.end(), [](double Sum) { return Sum >= 0.0; });
@@ -279,37 +316,24 @@ double TopicInsight::Contribution(int16_t OptionID, int16_t AttributeID) const {
   return exact_.Share(AttributeID) * exact_.Rating(OptionID, AttributeID);
 }
 
-// The best option stays among the best where no rival's score is higher, that is where the weighted sum of
-// its lead over each rival is not negative (dividing by the weightings' sum changes no sign). A sample whose
-// weightings are all 0 counts every attribute equally.
+// Samples the box with a fixed sequence, so the same topic always gives the same share.
 double TopicInsight::HoldShare(double Radius) const {
   const int16_t attributes = exact_.TotalAttributes();
-  if (attributes == 1 || exact_.TotalOptions() == 1) {
+  const WeightingBox box = BoxAround(exact_, Radius);
+  const RivalLeads leads = LeadsOfBest(exact_, box);
+  if (attributes == 1 || leads.Rivals == 0) {
     return 1.0;
-  }
-  const std::vector<double> leads = LeadsOfBest(exact_);
-  const double radius = std::max(Radius, 0.0);
-  std::vector<double> lows(attributes);
-  std::vector<double> widths(attributes);
-  for (int16_t i = 0; i < attributes; ++i) {
-    lows[i] = std::max(exact_.StoredWeighting(i) - radius, 0.0);
-    widths[i] = std::min(exact_.StoredWeighting(i) + radius, 1.0) - lows[i];
   }
   const std::vector<double> steps = SampleSteps(attributes);
   std::vector<double> position(attributes, 0.5);
   std::vector<double> weightings(attributes);
-  std::vector<double> sums(exact_.TotalOptions() - 1);
+  std::vector<double> sums(leads.Rivals);
   int holding = 0;
   for (int sample = 0; sample < HoldShareSamples; ++sample) {
-    double total = 0.0;
     for (int16_t i = 0; i < attributes; ++i) {
       position[i] += steps[i];
       position[i] -= position[i] >= 1.0 ? 1.0 : 0.0;
-      weightings[i] = lows[i] + widths[i] * position[i];
-      total += weightings[i];
-    }
-    if (total == 0.0) {
-      std::fill(weightings.begin(), weightings.end(), 1.0);
+      weightings[i] = box.Lows[i] + box.Widths[i] * position[i];
     }
     holding += LeadsHold(leads, weightings, sums) ? 1 : 0;
   }
