@@ -1,7 +1,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <string>
 
+#include "insight/InsightText.h"
 #include "insight/TopicInsight.h"
 #include "model/TarvelinTopic.h"
 
@@ -65,6 +67,24 @@ void BM_InsightAllAtOnce(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_InsightAllAtOnce)->ArgsProduct({{0, 1}, {-1, 3}})->Unit(benchmark::kMicrosecond);
+
+// Every sentence the window can show for one state: ten weighting tooltips, a hundred rating tooltips, the
+// insight line and ten score bar tooltips, each read from the topic on its own.
+void BM_InsightTexts(benchmark::State& state) {
+  const TarvelinTopic topic = FullTopic(true, 3);
+  const tarvelin::NumberFormat format = [](double Value) { return std::to_string(Value); };
+  for (auto _ : state) {
+    for (int16_t attributeID = 0; attributeID < GridSize; ++attributeID) {
+      benchmark::DoNotOptimize(tarvelin::WeightingBandText(topic, attributeID, format));
+      benchmark::DoNotOptimize(tarvelin::ScoreWhyText(topic, attributeID, format));
+      for (int16_t optionID = 0; optionID < GridSize; ++optionID) {
+        benchmark::DoNotOptimize(tarvelin::RatingTippingText(topic, optionID, attributeID, format));
+      }
+    }
+    benchmark::DoNotOptimize(tarvelin::InsightLineText(topic, format));
+  }
+}
+BENCHMARK(BM_InsightTexts)->Unit(benchmark::kMicrosecond);
 
 void BM_InsightHoldShare(benchmark::State& state) {
   const TarvelinTopic topic = FullTopic(state.range(0) != 0, 3);
