@@ -57,14 +57,14 @@ void ExactScores::pReadWeightings(const TarvelinTopic& Topic) {
 void ExactScores::pReadRatings(const TarvelinTopic& Topic) {
   const int16_t attributes = TotalAttributes();
   const int16_t options = Topic.TotalOptions();
-  ratings_.resize(static_cast<size_t>(options) * static_cast<size_t>(attributes));
+  ratings_.resize(static_cast<std::size_t>(options) * static_cast<std::size_t>(attributes));
   scores_.assign(options, 0.0);
   best_ = 0;
   for (int16_t optionID = 0; optionID < options; ++optionID) {
     for (int16_t attributeID = 0; attributeID < attributes; ++attributeID) {
       const double rating = Topic.GetRating(optionID, attributeID);
       const double effective = inverted_ ? 1.0 - rating : rating;
-      ratings_[static_cast<size_t>(optionID) * attributes + attributeID] = effective;
+      ratings_[static_cast<std::size_t>(optionID) * attributes + attributeID] = effective;
       scores_[optionID] += shares_[attributeID] * effective;
     }
     if (scores_[optionID] > scores_[best_]) {

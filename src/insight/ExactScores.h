@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -26,7 +27,7 @@ class ExactScores {
   }
   double Share(int16_t AttributeID) const { return shares_[AttributeID]; }
   double Rating(int16_t OptionID, int16_t AttributeID) const {
-    return ratings_[static_cast<size_t>(OptionID) * shares_.size() + AttributeID];
+    return ratings_[static_cast<std::size_t>(OptionID) * shares_.size() + AttributeID];
   }
   double Score(int16_t OptionID) const { return scores_[OptionID]; }
   // The lowest-numbered option with the highest score.

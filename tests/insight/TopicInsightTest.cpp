@@ -271,7 +271,7 @@ TEST(TopicInsightHoldShare, DeterministicAndWithinTheBox) {
   const double exact = 1.0 - 0.5 * (0.6 - 0.4 / 0.75) * (0.75 * 0.6 - 0.4) / 0.04;
   EXPECT_NEAR(share, exact, 0.01);
   EXPECT_EQ(BestOptionHoldShare(crossing, 0.0), 1.0);
-  EXPECT_EQ(BestOptionHoldShare(crossing, 1.0) < share, true);
+  EXPECT_LT(BestOptionHoldShare(crossing, 1.0), share);
   EXPECT_EQ(BestOptionHoldShare(MakeTopic({0.5, 0.5}, {{0.9, 0.9}, {0.1, 0.1}}), 0.5), 1.0);
   EXPECT_EQ(BestOptionHoldShare(MakeTopic({0.5}, {{0.2}, {0.9}}), 0.5), 1.0);
 }
