@@ -68,20 +68,21 @@ void BM_InsightAllAtOnce(benchmark::State& state) {
 }
 BENCHMARK(BM_InsightAllAtOnce)->ArgsProduct({{0, 1}, {-1, 3}})->Unit(benchmark::kMicrosecond);
 
-// Every sentence the window can show for one state: ten weighting tooltips, a hundred rating tooltips, the
-// insight line and ten score bar tooltips, each read from the topic on its own.
+// Every sentence the window can show for one state, all from one TopicInsight: ten weighting tooltips, a
+// hundred rating tooltips, the insight line and ten score bar tooltips.
 void BM_InsightTexts(benchmark::State& state) {
   const TarvelinTopic topic = FullTopic(true, 3);
   const tarvelin::NumberFormat format = [](double Value) { return std::to_string(Value); };
   for (auto _ : state) {
+    const tarvelin::TopicInsight insight(topic);
     for (int16_t attributeID = 0; attributeID < GridSize; ++attributeID) {
-      benchmark::DoNotOptimize(tarvelin::WeightingBandText(topic, attributeID, format));
-      benchmark::DoNotOptimize(tarvelin::ScoreWhyText(topic, attributeID, format));
+      benchmark::DoNotOptimize(tarvelin::WeightingBandText(topic, insight, attributeID, format));
+      benchmark::DoNotOptimize(tarvelin::ScoreWhyText(topic, insight, attributeID, format));
       for (int16_t optionID = 0; optionID < GridSize; ++optionID) {
-        benchmark::DoNotOptimize(tarvelin::RatingTippingText(topic, optionID, attributeID, format));
+        benchmark::DoNotOptimize(tarvelin::RatingTippingText(topic, insight, optionID, attributeID, format));
       }
     }
-    benchmark::DoNotOptimize(tarvelin::InsightLineText(topic, format));
+    benchmark::DoNotOptimize(tarvelin::InsightLineText(topic, insight, format));
   }
 }
 BENCHMARK(BM_InsightTexts)->Unit(benchmark::kMicrosecond);

@@ -121,9 +121,13 @@ std::string HoldText(const HoldShareFigure& Hold, const NumberFormat& Format) {
 }  // namespace
 
 std::string WeightingBandText(const TarvelinTopic& Topic, int16_t AttributeID, const NumberFormat& Format) {
-  const TopicInsight insight(Topic);
-  const ExactScores& exact = insight.Exact();
-  const WeightingBand band = insight.Band(AttributeID);
+  return WeightingBandText(Topic, TopicInsight(Topic), AttributeID, Format);
+}
+
+std::string WeightingBandText(const TarvelinTopic& Topic, const TopicInsight& Insight, int16_t AttributeID,
+                              const NumberFormat& Format) {
+  const ExactScores& exact = Insight.Exact();
+  const WeightingBand band = Insight.Band(AttributeID);
   const std::string attribute = Topic.GetAttributeName(AttributeID);
   if (exact.TotalOptions() == 1) {
     return Topic.GetOptionName(0) + " is the only option.";
@@ -139,12 +143,16 @@ std::string WeightingBandText(const TarvelinTopic& Topic, int16_t AttributeID, c
 
 std::string RatingTippingText(const TarvelinTopic& Topic, int16_t OptionID, int16_t AttributeID,
                               const NumberFormat& Format) {
-  const TopicInsight insight(Topic);
-  const std::optional<double> tipping = insight.TippingPoint(OptionID, AttributeID);
+  return RatingTippingText(Topic, TopicInsight(Topic), OptionID, AttributeID, Format);
+}
+
+std::string RatingTippingText(const TarvelinTopic& Topic, const TopicInsight& Insight, int16_t OptionID,
+                              int16_t AttributeID, const NumberFormat& Format) {
+  const std::optional<double> tipping = Insight.TippingPoint(OptionID, AttributeID);
   if (!tipping) {
     return "This rating alone cannot change the best option";
   }
-  const ExactScores& exact = insight.Exact();
+  const ExactScores& exact = Insight.Exact();
   if (OptionID != exact.Best()) {
     return Topic.GetOptionName(OptionID) + " would tie the best at " + Format(*tipping) + " here";
   }
@@ -153,8 +161,12 @@ std::string RatingTippingText(const TarvelinTopic& Topic, int16_t OptionID, int1
 
 std::string InsightLineText(const TarvelinTopic& Topic, const NumberFormat& Format,
                             std::optional<HoldShareFigure> Hold) {
-  const TopicInsight insight(Topic);
-  const ExactScores& exact = insight.Exact();
+  return InsightLineText(Topic, TopicInsight(Topic), Format, Hold);
+}
+
+std::string InsightLineText(const TarvelinTopic& Topic, const TopicInsight& Insight, const NumberFormat& Format,
+                            std::optional<HoldShareFigure> Hold) {
+  const ExactScores& exact = Insight.Exact();
   const int16_t best = exact.Best();
   const int16_t runnerUp = exact.RunnerUp();
   if (runnerUp < 0) {
@@ -166,11 +178,16 @@ std::string InsightLineText(const TarvelinTopic& Topic, const NumberFormat& Form
   const double lead = exact.Score(best) - exact.Score(runnerUp);
   const std::string margin = ShowsAsZero(lead, Format) ? " by a very small margin." : " by " + Format(lead) + ".";
   return Topic.GetOptionName(best) + " leads " + Topic.GetOptionName(runnerUp) + margin +
-         FlipText(Topic, insight, Format) + (Hold ? HoldText(*Hold, Format) : "");
+         FlipText(Topic, Insight, Format) + (Hold ? HoldText(*Hold, Format) : "");
 }
 
 std::string ScoreWhyText(const TarvelinTopic& Topic, int16_t OptionID, const NumberFormat& Format) {
-  const ExactScores exact(Topic);
+  return ScoreWhyText(Topic, TopicInsight(Topic), OptionID, Format);
+}
+
+std::string ScoreWhyText(const TarvelinTopic& Topic, const TopicInsight& Insight, int16_t OptionID,
+                         const NumberFormat& Format) {
+  const ExactScores& exact = Insight.Exact();
   const int16_t best = exact.Best();
   const int16_t other = OptionID == best ? exact.RunnerUp() : OptionID;
   const std::string hovered = Topic.GetOptionName(OptionID);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "insight/TopicInsight.h"
 #include "model/TarvelinTopic.h"
 
 namespace tarvelin {
@@ -12,14 +13,21 @@ namespace tarvelin {
 // Writes a weighting, rating, score or difference as the window shows it ("0.420" or "42%").
 using NumberFormat = std::function<std::string(double)>;
 
+// Each sentence comes in two forms: one reads the topic itself, the other takes the TopicInsight of the topic in
+// its current state, for a window that builds many sentences at once.
+
 // The weighting slider's tooltip: "Estate stays best while Price is between 0.420 and 0.870. Below, Hatchback is
 // best; above, Coupe."
 std::string WeightingBandText(const TarvelinTopic& Topic, int16_t AttributeID, const NumberFormat& Format);
+std::string WeightingBandText(const TarvelinTopic& Topic, const TopicInsight& Insight, int16_t AttributeID,
+                              const NumberFormat& Format);
 
 // The rating slider's tooltip: "Estate stays best down to 0.550 here", "Coupe would tie the best at 0.720 here"
 // or "This rating alone cannot change the best option".
 std::string RatingTippingText(const TarvelinTopic& Topic, int16_t OptionID, int16_t AttributeID,
                               const NumberFormat& Format);
+std::string RatingTippingText(const TarvelinTopic& Topic, const TopicInsight& Insight, int16_t OptionID,
+                              int16_t AttributeID, const NumberFormat& Format);
 
 // A hold share and the radius it was computed for.
 struct HoldShareFigure {
@@ -32,9 +40,13 @@ struct HoldShareFigure {
 // a hold share.
 std::string InsightLineText(const TarvelinTopic& Topic, const NumberFormat& Format,
                             std::optional<HoldShareFigure> Hold = std::nullopt);
+std::string InsightLineText(const TarvelinTopic& Topic, const TopicInsight& Insight, const NumberFormat& Format,
+                            std::optional<HoldShareFigure> Hold = std::nullopt);
 
 // A score bar's tooltip, comparing its option with the best one (the best one with its runner-up): "Estate beats
 // Coupe mainly on Safety (+0.150) and Comfort (+0.050); Coupe does better on Looks (+0.110)."
 std::string ScoreWhyText(const TarvelinTopic& Topic, int16_t OptionID, const NumberFormat& Format);
+std::string ScoreWhyText(const TarvelinTopic& Topic, const TopicInsight& Insight, int16_t OptionID,
+                         const NumberFormat& Format);
 
 }  // namespace tarvelin
