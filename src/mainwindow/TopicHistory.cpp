@@ -60,7 +60,6 @@ void TopicHistory::Record(int MergeKey) {
 }
 
 void TopicHistory::BeginStep() {
-  pEndRun();
   ++openSteps_;
 }
 
@@ -74,7 +73,6 @@ void TopicHistory::EndStep() {
 }
 
 void TopicHistory::Clear() {
-  pEndRun();
   stack_->clear();
   current_ = std::make_shared<const TarvelinTopic>(*Program().Topic);
   if (Program().Modified) {
