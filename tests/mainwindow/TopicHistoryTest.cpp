@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
@@ -101,45 +103,29 @@ class RandomEditor {
                              : Live().GetRating(static_cast<int16_t>(Slider / 10), static_cast<int16_t>(Slider % 10));
     MoveSlider(Slider, std::clamp(std::round(shown * 100) + (Chance(0.5) ? 1 : -1), 0.0, 100.0) / 100);
   }
-  void LabelEdit() {
+  // A rename, an added or deleted row or a setting, as the label editor or the settings dialog makes it.
+  void OtherEdit() {
     ++Edits;
-    static const std::vector<std::string> names = {"", "Price", "Price", "Size; big", "Ääni", "x"};
-    const std::string& name = names[Pick(0, static_cast<int>(names.size()) - 1)];
-    TarvelinTopic& topic = Live();
-    switch (Pick(0, 4)) {
-      case 0:
-        return topic.SetName(name);
-      case 1:
-        return topic.SetOptionName(static_cast<int16_t>(Pick(0, topic.TotalOptions() - 1)), name);
-      case 2:
-        return topic.SetAttributeName(static_cast<int16_t>(Pick(0, topic.TotalAttributes() - 1)), name);
-      case 3:
-        return topic.TotalOptions() < 10 && Chance(0.5)
-                   ? topic.AddOption(name)
-                   : topic.DeleteOption(static_cast<int16_t>(Pick(0, topic.TotalOptions() - 1)));
-      default:
-        return topic.TotalAttributes() < 10 && Chance(0.5)
-                   ? topic.AddAttribute(name)
-                   : topic.DeleteAttribute(static_cast<int16_t>(Pick(0, topic.TotalAttributes() - 1)));
-    }
-  }
-  void SettingsChange() {
-    ++Edits;
-    TarvelinTopic& topic = Live();
-    switch (Pick(0, 5)) {
-      case 0:
-        return topic.SetNormaliseWeights(!topic.NormaliseWeights());
-      case 1:
-        return topic.SetInvertWeights(!topic.InvertWeights());
-      case 2:
-        return topic.SetRounding(static_cast<int16_t>(Pick(-1, 4)));
-      case 3:
-        return topic.SetTotalOptions(static_cast<int16_t>(Pick(1, 10)));
-      case 4:
-        return topic.SetTotalAttributes(static_cast<int16_t>(Pick(1, 10)));
-      default:
-        return topic.SetDescription(std::to_string(Pick(0, 3)));
-    }
+    TarvelinTopic& t = Live();
+    const std::string name = std::vector<std::string>{"", "Price", "Size; big", "Ääni"}[Pick(0, 3)];
+    const auto option = [&] { return static_cast<int16_t>(Pick(0, t.TotalOptions() - 1)); };
+    const auto attribute = [&] { return static_cast<int16_t>(Pick(0, t.TotalAttributes() - 1)); };
+    const std::function<void()> edits[] = {
+        [&] { t.SetName(name); },
+        [&] { t.SetDescription(name); },
+        [&] { t.SetOptionName(option(), name); },
+        [&] { t.SetAttributeName(attribute(), name); },
+        [&] { t.TotalOptions() < 10 ? t.AddOption(name) : t.DeleteOption(option()); },
+        [&] { t.TotalAttributes() < 10 ? t.AddAttribute(name) : t.DeleteAttribute(attribute()); },
+        [&] { t.DeleteOption(option()); },
+        [&] { t.DeleteAttribute(attribute()); },
+        [&] { t.SetNormaliseWeights(!t.NormaliseWeights()); },
+        [&] { t.SetInvertWeights(!t.InvertWeights()); },
+        [&] { t.SetRounding(static_cast<int16_t>(Pick(-1, 4))); },
+        [&] { t.SetTotalOptions(static_cast<int16_t>(Pick(1, 10))); },
+        [&] { t.SetTotalAttributes(static_cast<int16_t>(Pick(1, 10))); },
+    };
+    edits[Pick(0, static_cast<int>(std::size(edits)) - 1)]();
   }
 
  private:
@@ -180,7 +166,7 @@ class TopicHistoryTest final : public QObject {
       if (action < 7 || action == 19) {
         history.BeginStep();
         for (int edits = action == 19 ? editor.Pick(1, 4) : 1; edits > 0; --edits) {
-          action == 19 ? editor.SettingsChange() : editor.Drag(editor.PickSlider());
+          action == 19 ? editor.OtherEdit() : editor.Drag(editor.PickSlider());
           history.Record();
         }
         history.EndStep();
@@ -193,7 +179,7 @@ class TopicHistoryTest final : public QObject {
           expected.Record(slider + 1);
         }
       } else if (action < 17) {
-        editor.LabelEdit();
+        editor.OtherEdit();
         history.Record();
         expected.Record(TopicHistory::NoMerge);
       } else {
@@ -211,7 +197,6 @@ class TopicHistoryTest final : public QObject {
     const std::size_t steps = expected.Position;
     shownCountChanges.clear();
     for (std::size_t step = steps; step > 0; --step) {
-      QVERIFY(history.CanUndo());
       history.Undo();
       QVERIFY(Live() == expected.States[step - 1]);
       QCOMPARE(shownCountChanges.back(), expected.States[step].TotalOptions() != Live().TotalOptions() ||
@@ -257,9 +242,6 @@ class TopicHistoryTest final : public QObject {
     history.Undo();
     history.Redo();
     QVERIFY(Program().Modified);
-
-    history.Clear();
-    QVERIFY(!history.CanUndo() && !history.CanRedo());
   }
 
   void keyboardRunOnOneSliderIsOneStep() {
