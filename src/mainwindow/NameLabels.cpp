@@ -29,7 +29,8 @@ void ShowEntryName(QLabel* Label, const std::string& Noun, int16_t Index, const 
 
 }  // namespace
 
-NameLabels::NameLabels(QLabel* Title, RowControls& Rows, ScoreBars& Bars) : lblTitle(Title), rows_(Rows), bars_(Bars) {}
+NameLabels::NameLabels(QLabel* Title, RowControls& Rows, ScoreBars& Bars, std::function<void()> Renamed)
+    : lblTitle(Title), rows_(Rows), bars_(Bars), renamed_(std::move(Renamed)) {}
 
 std::string NameLabels::CaptionOf(const QLabel* Label) {
   return Label->property("tag").toString().toStdString();
@@ -68,6 +69,7 @@ void NameLabels::lblTitle_Change() {
   if (caption != Topic().Name()) {
     SetModified();
     Topic().SetName(caption);
+    renamed_();
   }
   const std::string fitted = FittedText(lblTitle, caption, lblTitle->width());
   lblTitle->setText(QString::fromStdString(fitted));
@@ -83,10 +85,14 @@ void NameLabels::lblOption_Change(int16_t Index) {
   inOptionChange_ = true;
   QLabel* label = rows_.lblOption[static_cast<size_t>(Index)];
   const std::string caption = CaptionOf(label);
-  if (Topic().GetOptionName(Index) != caption) {
+  const bool renamed = Topic().GetOptionName(Index) != caption;
+  if (renamed) {
     SetModified();
   }
   Topic().SetOptionName(Index, caption);
+  if (renamed) {
+    renamed_();
+  }
   ShowEntryName(label, "Option", Index, caption);
   DescribeRows();
   // The score bar is titled with the same name, renamed here wherever the name was edited.
@@ -103,10 +109,14 @@ void NameLabels::lblAttribute_Change(int16_t Index) {
   inAttributeChange_ = true;
   QLabel* label = rows_.lblAttribute[static_cast<size_t>(Index)];
   const std::string caption = CaptionOf(label);
-  if (Topic().GetAttributeName(Index) != caption) {
+  const bool renamed = Topic().GetAttributeName(Index) != caption;
+  if (renamed) {
     SetModified();
   }
   Topic().SetAttributeName(Index, caption);
+  if (renamed) {
+    renamed_();
+  }
   ShowEntryName(label, "Attribute", Index, caption);
   DescribeRows();
   inAttributeChange_ = false;

@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 class QLabel;
@@ -16,7 +17,8 @@ class ScoreBars;
 // label, with the whole name in the tooltip.
 class NameLabels final {
  public:
-  NameLabels(QLabel* Title, RowControls& Rows, ScoreBars& Bars);
+  // Renamed hears of every name the person changed.
+  NameLabels(QLabel* Title, RowControls& Rows, ScoreBars& Bars, std::function<void()> Renamed);
   Q_DISABLE_COPY_MOVE(NameLabels)
 
   // Sets a name label's caption and runs the change handler of its array, as a caption change does.
@@ -38,6 +40,7 @@ class NameLabels final {
   QLabel* lblTitle;
   RowControls& rows_;
   ScoreBars& bars_;
+  std::function<void()> renamed_;
   bool inTitleChange_ = false, inOptionChange_ = false, inAttributeChange_ = false, inScoreTitleChange_ = false;
 };
 

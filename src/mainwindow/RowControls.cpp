@@ -82,8 +82,13 @@ void RowControls::ResizeSliders(std::vector<ctlSlider*>& Sliders, const char* Ar
     slider->SetReadOnly(!Handled);
     if (Handled) {
       const SliderArray array = *Handled;
-      QObject::connect(slider, &ctlSlider::Change, client_, [this, array, index] { onSlider_(array, index, false); });
-      QObject::connect(slider, &ctlSlider::Scroll, client_, [this, array, index] { onSlider_(array, index, true); });
+      const auto report = [this, array, index](SliderEvent Event) {
+        return [=, this] { onSlider_(array, index, Event); };
+      };
+      QObject::connect(slider, &ctlSlider::Change, client_, report(SliderEvent::Changed));
+      QObject::connect(slider, &ctlSlider::Scroll, client_, report(SliderEvent::Scrolled));
+      QObject::connect(slider, &ctlSlider::DragStarted, client_, report(SliderEvent::DragStarted));
+      QObject::connect(slider, &ctlSlider::DragEnded, client_, report(SliderEvent::DragEnded));
     }
     slider->show();
     Sliders.push_back(slider);

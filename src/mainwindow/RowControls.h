@@ -18,8 +18,10 @@ class ctlSlider;
 class RowControls final {
  public:
   enum class SliderArray { Weighting, Rating };
-  // Called for a weighting or rating slider's change; Scrolled when the person moved it.
-  using SliderHandler = std::function<void(SliderArray Array, int16_t Index, bool Scrolled)>;
+  // What a weighting or rating slider reports: a change of its position (Scrolled when the person moved it),
+  // and the start and end of a drag with the mouse.
+  enum class SliderEvent { Changed, Scrolled, DragStarted, DragEnded };
+  using SliderHandler = std::function<void(SliderArray Array, int16_t Index, SliderEvent Event)>;
 
   RowControls(QWidget* Client, SliderHandler OnSlider);
   Q_DISABLE_COPY_MOVE(RowControls)

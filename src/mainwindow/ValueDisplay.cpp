@@ -22,8 +22,13 @@ int SliderPosition(double Value) {
 
 }  // namespace
 
-ValueDisplay::ValueDisplay(RowControls& Rows, std::function<void()> UpdateSettings)
-    : rows_(Rows), updateSettings_(std::move(UpdateSettings)) {}
+ValueDisplay::ValueDisplay(RowControls& Rows, std::function<void(int MergeKey)> Edited,
+                           std::function<void()> UpdateSettings)
+    : rows_(Rows), edited_(std::move(Edited)), updateSettings_(std::move(UpdateSettings)) {}
+
+int ValueDisplay::MergeKeyOf(RowControls::SliderArray Array, int16_t Index) {
+  return (Array == RowControls::SliderArray::Weighting ? 1001 : 1) + Index;
+}
 
 void ValueDisplay::Refresh() {
   isUpdatingControls_ = true;
@@ -69,6 +74,7 @@ void ValueDisplay::SliderMoved(RowControls::SliderArray Array, int16_t Index, bo
 void ValueDisplay::sliderWeighting_Change(int16_t Index) {
   Topic().SetWeighting(Index, rows_.sliderWeighting[static_cast<size_t>(Index)]->Value() / 100.0);
   SetModified();
+  edited_(MergeKeyOf(RowControls::SliderArray::Weighting, Index));
   updateSettings_();
   rows_.lblWeighting[static_cast<size_t>(Index)]->repaint();
 }
@@ -77,6 +83,7 @@ void ValueDisplay::sliderRating_Change(int16_t Index) {
   Topic().SetRating(rows_.GetOptionIDFromIndex(Index), rows_.GetAttributeIDFromIndex(Index),
                     rows_.sliderRating[static_cast<size_t>(Index)]->Value() / 100.0);
   SetModified();
+  edited_(MergeKeyOf(RowControls::SliderArray::Rating, Index));
   updateSettings_();
   rows_.lblRating[static_cast<size_t>(Index)]->repaint();
 }
@@ -99,6 +106,7 @@ void ValueDisplay::ApplyValue(const std::function<void()>& Store) {
   try {
     Store();
     SetModified();
+    edited_(0);
   } catch (const TarvelinError& error) {
     Program().UI->ShowMessage(error.Description(), MsgButtons::OK, MsgIcon::Exclamation, "");
   }

@@ -12,8 +12,9 @@ namespace tarvelin {
 // rewrites every control from it.
 class ValueDisplay final {
  public:
-  // UpdateSettings is the window's whole refresh, run after every change made here.
-  ValueDisplay(RowControls& Rows, std::function<void()> UpdateSettings);
+  // Edited hears of every change made here, with a key shared by the steps of one slider (so that a run
+  // of them can count as one edit) or 0; UpdateSettings, the window's whole refresh, follows it.
+  ValueDisplay(RowControls& Rows, std::function<void(int MergeKey)> Edited, std::function<void()> UpdateSettings);
   Q_DISABLE_COPY_MOVE(ValueDisplay)
 
   // Writes every slider position and value label from the topic.
@@ -23,6 +24,8 @@ class ValueDisplay final {
 
   // A weighting or rating slider moved: by the program (passed on only outside Refresh) or by the person.
   void SliderMoved(RowControls::SliderArray Array, int16_t Index, bool Scrolled);
+  // The key that the steps of one slider share.
+  static int MergeKeyOf(RowControls::SliderArray Array, int16_t Index);
 
   // A value typed into a label: stored when the topic takes it, explained to the person when not.
   void lblWeighting_Change(int16_t Index);
@@ -34,6 +37,7 @@ class ValueDisplay final {
   void ApplyValue(const std::function<void()>& Store);
 
   RowControls& rows_;
+  std::function<void(int MergeKey)> edited_;
   std::function<void()> updateSettings_;
   bool isUpdatingControls_ = false;
 };

@@ -21,6 +21,7 @@
 #include "mainwindow/PanelLayout.h"
 #include "mainwindow/RowControls.h"
 #include "mainwindow/ScoreBars.h"
+#include "mainwindow/TopicHistory.h"
 #include "mainwindow/ValueDisplay.h"
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/WindowDecoration.h"
@@ -60,9 +61,11 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   client_->setObjectName("picClient");
   scrollArea_->setWidget(client_);
 
-  rows_ = std::make_unique<RowControls>(client_, [this](RowControls::SliderArray Array, int16_t Index, bool Scrolled) {
-    values_->SliderMoved(Array, Index, Scrolled);
-  });
+  history_ = std::make_unique<TopicHistory>([this](bool) { ShowRestoredTopic(); });
+  rows_ = std::make_unique<RowControls>(
+      client_, [this](RowControls::SliderArray Array, int16_t Index, RowControls::SliderEvent Event) {
+        SliderEvent(Array, Index, Event);
+      });
   CreateTitleAndCommands();
   toggles_ = std::make_unique<ViewToggles>(client_, [this] { Form_Resize(); });
   entries_ = std::make_unique<EntryButtons>(
@@ -70,8 +73,9 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   panels_ = std::make_unique<PanelLayout>(client_, *rows_, *toggles_, *entries_);
   highlight_ = std::make_unique<HoverHighlight>(client_, *rows_, *panels_, *entries_);
   bars_ = std::make_unique<ScoreBars>(*rows_, *panels_);
-  names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_);
-  values_ = std::make_unique<ValueDisplay>(*rows_, [this] { UpdateSettings(); });
+  names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_, [this] { history_->Record(); });
+  values_ = std::make_unique<ValueDisplay>(
+      *rows_, [this](int MergeKey) { history_->Record(MergeKey); }, [this] { UpdateSettings(); });
   editor_ = std::make_unique<LabelEditor>(client_, lblTitle, *rows_, *names_, *values_, *highlight_,
                                           [this](QKeyEvent* event) { return Form_KeyDown(event); });
   decoration_ = std::make_unique<WindowDecoration>(client_, *panels_, *toggles_);
@@ -106,7 +110,8 @@ void frmMain::CreateTitleAndCommands() {
     auto* button = new GraphicalButton(client_);
     button->setObjectName(name);
     button->setText(text);
-    button->setToolTip(tip);
+    // Undo has no button of its own; every command's tooltip tells its keys.
+    button->setToolTip(QString(tip) + "\nCtrl+Z undoes a change, Ctrl+Y redoes it");
     button->setAccessibleDescription(tip);
     button->SetPicture(picture);
     button->setFont(LabelFont(10));
@@ -150,6 +155,7 @@ void frmMain::Form_Load() {
   }
   bool rowsChanged = false;
   UpdateSliderArrays(rowsChanged);
+  history_->Clear();
 }
 
 // The commands act on the topic as the person sees it, so an edit still open (a shortcut leaves the focus in
@@ -189,6 +195,7 @@ void frmMain::NewTopic() {
     Program().Modified = previousModified;
   } else {
     toggles_->ShowAll();
+    history_->Clear();
   }
   EndLoad();
   bool rowsChanged = false;
@@ -200,6 +207,7 @@ void frmMain::btnLoad_Click() {
   if (!AskSaveTopicFirst(Program().Topic) || !OpenTopicDialog(Program().Topic)) {
     return;
   }
+  history_->Clear();
   StartLoad();
   bool rowsChanged = false;
   UpdateSliderArrays(rowsChanged);
@@ -209,14 +217,23 @@ void frmMain::btnLoad_Click() {
 
 void frmMain::btnSave_Click() {
   editor_->txtEditBox_LostFocus();
-  SaveTopicDialog(Program().Topic);
+  // Only a save as a topic file clears the modified flag; undoing back to that state clears it again.
+  if (SaveTopicDialog(Program().Topic) && !Program().Modified) {
+    history_->MarkSaved();
+  }
 }
 
 void frmMain::btnSettings_Click() {
   editor_->txtEditBox_LostFocus();
+  // Everything OK changes is one step; a topic loaded from the dialog starts a fresh history.
+  history_->BeginStep();
   frmOptions options(
       false, [] { return OpenTopicDialog(Program().Topic); }, this);
   const OptionsOutcome outcome = options.ShowModal();
+  if (outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded) {
+    history_->Clear();
+  }
+  history_->EndStep();
   if (outcome.CountsChanged || outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded) {
     bool rowsChanged = false;
     UpdateSliderArrays(rowsChanged);
@@ -228,6 +245,9 @@ void frmMain::btnSettings_Click() {
 }
 
 bool frmMain::Form_KeyDown(QKeyEvent* event) {
+  if (UndoKeyDown(event)) {
+    return true;
+  }
   if (event->modifiers() != Qt::ControlModifier) {
     return false;
   }
@@ -249,6 +269,43 @@ bool frmMain::Form_KeyDown(QKeyEvent* event) {
       return true;
     default:
       return false;
+  }
+}
+
+// Ctrl+Z undoes; Ctrl+Y and Ctrl+Shift+Z redo. While the edit box is open they belong to its text.
+bool frmMain::UndoKeyDown(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Z && event->key() != Qt::Key_Y) {
+    return false;
+  }
+  const bool redo = event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier) && event->key() == Qt::Key_Z;
+  if ((event->modifiers() != Qt::ControlModifier && !redo) || editor_->EditingLabel() != nullptr) {
+    return false;
+  }
+  if (redo || event->key() == Qt::Key_Y) {
+    history_->Redo();
+  } else {
+    history_->Undo();
+  }
+  return true;
+}
+
+// An undone or redone topic is shown whole: names, values, and rows rebuilt when the counts changed. The
+// panels stay as they were.
+void frmMain::ShowRestoredTopic() {
+  bool rowsChanged = false;
+  UpdateSliderArrays(rowsChanged);
+}
+
+void frmMain::SliderEvent(RowControls::SliderArray Array, int16_t Index, RowControls::SliderEvent Event) {
+  switch (Event) {
+    case RowControls::SliderEvent::DragStarted:
+      history_->BeginStep();
+      break;
+    case RowControls::SliderEvent::DragEnded:
+      history_->EndStep();
+      break;
+    default:
+      values_->SliderMoved(Array, Index, Event == RowControls::SliderEvent::Scrolled);
   }
 }
 
@@ -333,6 +390,7 @@ void frmMain::UpdateSliderArrays(bool& RowsChanged) {
 
 void frmMain::RebuildAfterCountChange() {
   SetModified();
+  history_->Record();
   bool rowsChanged = false;
   UpdateSliderArrays(rowsChanged);
 }

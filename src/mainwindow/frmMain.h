@@ -4,6 +4,8 @@
 #include <QWidget>
 #include <memory>
 
+#include "mainwindow/RowControls.h"
+
 class QKeyEvent;
 class QLabel;
 class QScrollArea;
@@ -18,8 +20,8 @@ class LabelEditor;
 class LoadingCover;
 class NameLabels;
 class PanelLayout;
-class RowControls;
 class ScoreBars;
+class TopicHistory;
 class ValueDisplay;
 class ViewToggles;
 class WindowDecoration;
@@ -56,7 +58,8 @@ class frmMain final : public QWidget {
   void btnLoad_Click();
   void btnSave_Click();
   void btnSettings_Click();
-  // Ctrl+S, Ctrl+L, Ctrl+Q, Ctrl+N and Ctrl+C, with Ctrl alone; true when the key was a shortcut.
+  // Ctrl+S, Ctrl+L, Ctrl+Q, Ctrl+N and Ctrl+C, with Ctrl alone, and the undo keys; true when the key was a
+  // shortcut.
   bool Form_KeyDown(QKeyEvent* event);
 
   // Grabs a clean picture of the client area (no command buttons, toggles, grip or highlight) into
@@ -85,6 +88,9 @@ class frmMain final : public QWidget {
   void imgResizeTab_MouseDown();
   void NewTopic();
   void RebuildAfterCountChange();
+  bool UndoKeyDown(QKeyEvent* event);
+  void ShowRestoredTopic();
+  void SliderEvent(RowControls::SliderArray Array, int16_t Index, RowControls::SliderEvent Event);
   void CopyPictureToClipboard();
 
   QImage capturedPicture_;  // picCapture's picture
@@ -95,6 +101,7 @@ class frmMain final : public QWidget {
   GraphicalButton *btnNew = nullptr, *btnLoad = nullptr, *btnSave = nullptr, *btnSettings = nullptr;
   QWidget* imgResizeTab = nullptr;
 
+  std::unique_ptr<TopicHistory> history_;
   std::unique_ptr<RowControls> rows_;
   std::unique_ptr<ViewToggles> toggles_;
   std::unique_ptr<EntryButtons> entries_;

@@ -185,6 +185,7 @@ void ctlSlider::mousePressEvent(QMouseEvent* event) {
   }
   dragging_ = true;
   update();
+  emit DragStarted();
   pMoveByUser(pValueAt(event->position().x()));
 }
 
@@ -203,6 +204,7 @@ void ctlSlider::mouseReleaseEvent(QMouseEvent* event) {
   }
   dragging_ = false;
   update();
+  emit DragEnded();
 }
 
 void ctlSlider::wheelEvent(QWheelEvent* event) {

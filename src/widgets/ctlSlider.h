@@ -11,6 +11,7 @@ namespace tarvelin {
 // colour; an editable slider also shows a thumb, a read-only one (a score bar) only the filled bar.
 // Change is emitted on every change of the position, whether the user or the program made it; Scroll only
 // when the user moved the slider (mouse, wheel or keys), always after the Change of the same movement.
+// DragStarted and DragEnded bracket a drag with the mouse, so that it can be taken as one edit.
 class ctlSlider final : public QWidget {
   Q_OBJECT
   Q_DISABLE_COPY_MOVE(ctlSlider)
@@ -41,6 +42,8 @@ class ctlSlider final : public QWidget {
  signals:
   void Change();
   void Scroll();
+  void DragStarted();
+  void DragEnded();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
