@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "files/modLoadSave.h"
 #include "model/TarvelinTopic.h"
 #include "startup/modStartup.h"
@@ -166,6 +168,19 @@ std::string OneByOne(const std::string& AttributesLine) {
 
 std::string LoadError(int32_t Number, const char* Description) {
   return "An error occurred whilst loading the file!\r\rError " + std::to_string(Number) + "\r" + Description;
+}
+
+// A read that fails part-way (a bad sector, a failing network file system) is a load failure, not an abort.
+TEST(TopicLoad, AReadErrorIsReportedAsALoadFailure) {
+  TempFolder folder;
+  for (const char* name : {"unreadable.tvt", "unreadable.csv"}) {
+    ScopedScriptedDialogs dialogs;
+    std::filesystem::create_symlink("/proc/self/mem", folder.File(name));
+    TopicPtr topic = CarTopic();
+    EXPECT_FALSE(LoadTopicReportingErrors(folder.File(name), topic));
+    ASSERT_EQ(dialogs->Messages.size(), 1u);
+    EXPECT_EQ(dialogs->Messages[0].Prompt, LoadError(75, "Path/File access error"));
+  }
 }
 
 struct RejectedCase {
