@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QScrollArea>
@@ -751,7 +752,8 @@ void frmMain::UpdateSettings() {
   const int16_t rounding = topic.Rounding();
   const bool decimal = Program().DisplayAsDecimal;
   const auto format = [&](double value) {
-    return QString::fromStdString(FormatNumberForDisplay(value, rounding, decimal));
+    return QString::fromStdString(
+        FormatNumberForDisplay(value, rounding, decimal, QLocale().decimalPoint().toStdString()));
   };
   SetCaption(lblTitle, topic.Name());
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + topic.Name()));
@@ -1029,14 +1031,17 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::lblWeighting_Change(int16_t Index) {
   const std::string text = lblWeighting[static_cast<size_t>(Index)]->text().toStdString();
-  ApplyValue([&] { Topic().SetWeighting(Index, NormaliseNumericInput(text, Program().DisplayAsDecimal)); });
+  ApplyValue([&] {
+    Topic().SetWeighting(
+        Index, NormaliseNumericInput(text, Program().DisplayAsDecimal, QLocale().decimalPoint().toStdString()));
+  });
 }
 
 void frmMain::lblRating_Change(int16_t Index) {
   const std::string text = lblRating[static_cast<size_t>(Index)]->text().toStdString();
   ApplyValue([&] {
     Topic().SetRating(GetOptionIDFromIndex(Index), GetAttributeIDFromIndex(Index),
-                      NormaliseNumericInput(text, Program().DisplayAsDecimal));
+                      NormaliseNumericInput(text, Program().DisplayAsDecimal, QLocale().decimalPoint().toStdString()));
   });
 }
 
@@ -1157,7 +1162,8 @@ bool frmMain::txtEditBox_KeyPress(QKeyEvent* event) {
   const QString remaining = txtEditBox->hasSelectedText()
                                 ? text.left(txtEditBox->selectionStart()) + text.mid(txtEditBox->selectionEnd())
                                 : text;
-  switch (FilterEditBoxKey(key, remaining.toStdU32String(), editMode_ == kNumericEdit, kEditBoxMaxLength)) {
+  switch (FilterEditBoxKey(key, remaining.toStdU32String(), editMode_ == kNumericEdit, kEditBoxMaxLength,
+                           QLocale().decimalPoint().toStdU32String().front())) {
     case EditKeyAction::Accept:
       return false;
     case EditKeyAction::Discard:
