@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+
+#ifdef __linux__
 #include <sys/resource.h>
 
 #include <filesystem>
@@ -99,3 +101,5 @@ INSTANTIATE_TEST_SUITE_P(
 
 }  // namespace
 }  // namespace tarvelin
+
+#endif

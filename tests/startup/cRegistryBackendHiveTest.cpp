@@ -91,7 +91,12 @@ TEST(cRegistryBackendHiveFiles, ReadsAFileSavedAsUtf16ByTheRegistryEditor) {
 // Something in the hive's place that cannot be read (a folder, or a file whose reads fail) reads as empty,
 // and is never replaced: it may hold settings that a later start can read again.
 TEST(cRegistryBackendHiveFiles, AnUnreadableHiveReadsEmptyAndIsNotOverwritten) {
-  for (const bool folder : {true, false}) {
+#ifdef __linux__
+  const bool kinds[] = {true, false};  // /proc/self/mem fails every read, as a bad sector does
+#else
+  const bool kinds[] = {true};
+#endif
+  for (const bool folder : kinds) {
     const ScopedRegistryFolder registry;
     std::filesystem::create_directories(registry.UserHive());
     if (!folder) {
