@@ -253,34 +253,69 @@ std::optional<std::string> ParseKeyLine(std::string_view Line, std::string_view 
   return path;
 }
 
-// `"name"=data` or `@=data`, the data of a hex list possibly continued on the following lines.
-bool ParseValueLine(std::string_view Line, LineCursor& Cursor, const std::string& Key, cRegistryHive& Hive) {
+using NamedValue = std::pair<std::string, RegistryData>;
+
+// `"name"=data` or `@=data`, the data of a hex list possibly continued on the following lines; nothing for
+// damage.
+std::optional<NamedValue> ParseValueLine(std::string_view Line, LineCursor& Cursor) {
   size_t position = 1;
   std::string name;
   if (Line.starts_with('"')) {
     position = 0;
     auto quoted = ReadQuoted(Line, position);
-    if (!quoted) {
-      return false;
+    if (!quoted || HasLineBreak(*quoted)) {
+      return std::nullopt;
     }
     name = std::move(*quoted);
   } else if (!Line.starts_with('@')) {
-    return false;
+    return std::nullopt;
   }
   const std::string_view rest = TrimSpace(Line.substr(position));
   if (!rest.starts_with('=')) {
-    return false;
+    return std::nullopt;
   }
   std::string data(TrimSpace(rest.substr(1)));
   while (StartsWithIgnoreCase(data, "hex") && data.ends_with('\\')) {
     if (Cursor.AtEnd()) {
-      return false;
+      return std::nullopt;
     }
     data.pop_back();
     data += Cursor.Take();
   }
-  const auto value = ParseData(data);
-  return value && Hive.SetValue(Key, name, *value) != cRegistryHive::Edit::Failed;
+  auto value = ParseData(data);
+  return value ? std::optional(NamedValue(std::move(name), std::move(*value))) : std::nullopt;
+}
+
+char LowerAscii(char Character) {
+  return Character >= 'A' && Character <= 'Z' ? static_cast<char>(Character - 'A' + 'a') : Character;
+}
+
+bool LessIgnoringCase(std::string_view A, std::string_view B) {
+  return std::lexicographical_compare(A.begin(), A.end(), B.begin(), B.end(),
+                                      [](char X, char Y) { return LowerAscii(X) < LowerAscii(Y); });
+}
+
+// A name given again replaces the value where the name first stood, as setting it would. Sorting makes
+// this one pass however many values a key holds; looking each one up would take time in their square.
+void MergeRepeatedNames(std::vector<NamedValue>& Values) {
+  std::vector<size_t> order(Values.size());
+  for (size_t position = 0; position < order.size(); ++position) {
+    order[position] = position;
+  }
+  std::stable_sort(order.begin(), order.end(),
+                   [&](size_t A, size_t B) { return LessIgnoringCase(Values[A].first, Values[B].first); });
+  std::vector<bool> repeated(Values.size(), false);
+  for (size_t first = 0, last = 0; first < order.size(); first = last + 1) {
+    last = first;
+    while (last + 1 < order.size() && EqualsIgnoreCase(Values[order[first]].first, Values[order[last + 1]].first)) {
+      repeated[order[++last]] = true;
+    }
+    if (last > first) {
+      Values[order[first]].second = std::move(Values[order[last]].second);
+    }
+  }
+  // Each value is judged where it stands before anything is moved onto its place.
+  std::erase_if(Values, [&](const NamedValue& Value) { return repeated[static_cast<size_t>(&Value - Values.data())]; });
 }
 
 }  // namespace
@@ -302,20 +337,28 @@ std::optional<cRegistryHive> cRegistryHive::Parse(std::string_view Text, std::st
   if (line != Header && line != OlderHeader) {
     return std::nullopt;
   }
-  std::optional<std::string> key;
+  std::optional<size_t> key;
   while (!cursor.AtEnd()) {
     line = cursor.Take();
     if (line.empty() || line.starts_with(';')) {
       continue;
     }
     if (line.starts_with('[')) {
-      key = ParseKeyLine(line, hive.rootName_, hive);
-      if (!key) {
+      const auto path = ParseKeyLine(line, hive.rootName_, hive);
+      if (!path) {
         return std::nullopt;
       }
-    } else if (!key || !ParseValueLine(line, cursor, *key, hive)) {
+      key = hive.pFindPosition(*path);
+      continue;
+    }
+    auto value = key ? ParseValueLine(line, cursor) : std::nullopt;
+    if (!value) {
       return std::nullopt;
     }
+    hive.keys_[*key].Values.push_back(std::move(*value));
+  }
+  for (Key& parsed : hive.keys_) {
+    MergeRepeatedNames(parsed.Values);
   }
   return hive;
 }

@@ -69,12 +69,17 @@ TEST(cRegistryHiveFormat, ReadsHandWrittenAndEditorFiles) {
       "  \"LastUsedDir\" = \"C:\\Data\\x\"\n"
       "\"AppMaximized\"=DWORD:00000001\n"
       "\"Pattern\"=hex(2):25,00,41,00,25,00,\\\n"
-      "  00,00\n",
+      "  00,00\n"
+      "\"lastUsedDir\"=\"D:\\y\"\n"
+      "[HKEY_CURRENT_USER\\Software\\Pelvora\\Tarvelin]\n"
+      "\"appmaximized\"=dword:00000002\n",
       Root);
   ASSERT_TRUE(hive);
   const std::string key = "Software\\Pelvora\\Tarvelin";
-  EXPECT_EQ(hive->Value(key, "LastUsedDir"), Text("C:\\Data\\x"));
-  EXPECT_EQ(hive->Value(key, "AppMaximized"), RegistryDataFromNumber(1));
+  // A name given again replaces the value where it first stood.
+  EXPECT_EQ(hive->ValueNames(key), (std::vector<std::string>{"LastUsedDir", "AppMaximized", "Pattern"}));
+  EXPECT_EQ(hive->Value(key, "LastUsedDir"), Text("D:\\y"));
+  EXPECT_EQ(hive->Value(key, "AppMaximized"), RegistryDataFromNumber(2));
   EXPECT_EQ(hive->Value(key, "Pattern"), Text("%A%", ERegistryValueType::ExpandString));
 }
 
