@@ -1,6 +1,8 @@
 #include "files/CSVFile.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <new>
 
 #include "files/modTextLines.h"
 #include "util/AtomicFile.h"
@@ -27,15 +29,6 @@ size_t NextSeparator(std::string_view Line, size_t Start) {
   return Line.find(',', Start);
 }
 
-// Only the outer pair of quotes is removed; doubled quotes inside stay doubled. (A field of a lone quote
-// cannot reach here: a field that starts with a quote ends after its closing quote.)
-void AddCell(std::vector<std::string>& Cells, std::string_view Text) {
-  if (Text.size() >= 2 && Text.front() == '"' && Text.back() == '"') {
-    Text = Text.substr(1, Text.size() - 2);
-  }
-  Cells.emplace_back(Text);
-}
-
 }  // namespace
 
 void CSVFile::Reset() {
@@ -44,9 +37,14 @@ void CSVFile::Reset() {
 
 bool CSVFile::Load(std::string& FileName) {
   FileName = ResolvePath(FileName, ProgramFolder());
-  const std::string text = TextFromFileBytes(ReadWholeFile(FileName));
-  for (const std::string_view line : SplitLines(text)) {
-    pParseLine(line);
+  try {
+    const std::string text = TextFromFileBytes(ReadWholeFile(FileName));
+    LineReader lines(text);
+    while (const auto line = lines.Next()) {
+      pParseLine(*line);
+    }
+  } catch (const std::bad_alloc&) {
+    throw TarvelinError::RuntimeFault(ErrOutOfMemory, kSource);
   }
   return true;
 }
@@ -55,14 +53,29 @@ int16_t CSVFile::CellsInRow(int16_t RowID) const {
   if (RowID < 0 || RowID >= Rows()) {
     return 0;
   }
-  return static_cast<int16_t>(rows_[static_cast<size_t>(RowID)].size());
+  return static_cast<int16_t>(rows_[static_cast<size_t>(RowID)].Ends.size());
 }
 
 std::string CSVFile::GetCellData(int16_t RowID, int16_t ColID) const {
   if (ColID < 0 || ColID >= columns_ || ColID >= CellsInRow(RowID)) {
     return {};
   }
-  return rows_[static_cast<size_t>(RowID)][static_cast<size_t>(ColID)];
+  const Row& row = rows_[static_cast<size_t>(RowID)];
+  const size_t start = ColID == 0 ? 0 : row.Ends[static_cast<size_t>(ColID) - 1];
+  return row.Cells.substr(start, row.Ends[static_cast<size_t>(ColID)] - start);
+}
+
+// Only the outer pair of quotes is removed; doubled quotes inside stay doubled. (A field of a lone quote
+// cannot reach here: a field that starts with a quote ends after its closing quote.)
+void CSVFile::Row::Add(std::string_view Text) {
+  if (Text.size() >= 2 && Text.front() == '"' && Text.back() == '"') {
+    Text = Text.substr(1, Text.size() - 2);
+  }
+  if (Cells.size() + Text.size() > UINT32_MAX) {
+    throw TarvelinError::RuntimeFault(ErrOverflow, kSource);
+  }
+  Cells += Text;
+  Ends.push_back(static_cast<uint32_t>(Cells.size()));
 }
 
 // Positions are counted in characters, as the 16-bit limit on them is.
@@ -71,7 +84,6 @@ void CSVFile::pParseLine(std::string_view Line) {
     throw TarvelinError::RuntimeFault(ErrOverflow, kSource);
   }
   Row cells;
-  cells.reserve(static_cast<size_t>(columns_));
   size_t start = 0;
   size_t startPosition = 1;
   for (size_t separator = NextSeparator(Line, start); separator != std::string_view::npos;
@@ -81,15 +93,16 @@ void CSVFile::pParseLine(std::string_view Line) {
     if (separatorPosition > kMaxSeparatorPosition) {
       throw TarvelinError::RuntimeFault(ErrOverflow, kSource);
     }
-    AddCell(cells, field);
+    cells.Add(field);
     start = separator + 1;
     startPosition = separatorPosition + 1;
   }
   const std::string_view lastField = Line.substr(start);
   if (CharacterCount(lastField) >= 2) {
-    AddCell(cells, lastField);
+    cells.Add(lastField);
   }
-  columns_ = std::max(columns_, static_cast<int16_t>(cells.size()));
+  columns_ = std::max(columns_, static_cast<int16_t>(cells.Ends.size()));
+  cells.Ends.shrink_to_fit();
   rows_.push_back(std::move(cells));
 }
 

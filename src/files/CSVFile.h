@@ -32,7 +32,13 @@ class CSVFile {
   std::string GetCellData(int16_t RowID, int16_t ColID) const;
 
  private:
-  using Row = std::vector<std::string>;
+  // A row's cell texts one after another, and where each ends: a line of commas would otherwise cost a
+  // whole string for every byte.
+  struct Row {
+    std::string Cells;
+    std::vector<uint32_t> Ends;
+    void Add(std::string_view Text);
+  };
 
   void pParseLine(std::string_view Line);
 

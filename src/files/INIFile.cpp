@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -71,7 +73,7 @@ INIFile::INIFile() {
 }
 
 void INIFile::Reset() {
-  sections_.assign(1, SectionRecord{"", {Entry{}}});
+  sections_.assign(1, SectionRecord{"", {}});
   sectionIndex_.clear();
   sectionIndex_.emplace("", 0);
   currentSection_ = 0;
@@ -101,9 +103,8 @@ void INIFile::AddParameter(std::string Name, std::string Value, std::string Comm
 }
 
 int16_t INIFile::CountSections() const {
-  const auto& header = sections_.front().Entries;
   const bool headerHasParameter =
-      std::any_of(header.begin(), header.end(), [](const Entry& entry) { return !entry.Key.empty(); });
+      sections_.front().Entries.FindIf([](const EntryView& entry) { return !entry.Key.empty(); }).has_value();
   return ToInteger16(static_cast<double>(sections_.size() - 1 + (headerHasParameter ? 1 : 0)), INIFileSource);
 }
 
@@ -112,10 +113,10 @@ std::optional<std::string> INIFile::GetParameterValue(std::string Section, std::
   Parameter = TrimBlanks(Parameter);
   if (!Parameter.empty()) {
     if (const auto* section = pFindSection(TrimBlanks(Section))) {
-      for (const Entry& entry : section->Entries) {
-        if (EqualsIgnoreCase(entry.Key, Parameter)) {
-          return entry.Value;
-        }
+      const auto found =
+          section->Entries.FindIf([&](const EntryView& entry) { return EqualsIgnoreCase(entry.Key, Parameter); });
+      if (found) {
+        return std::string(found->Value);
       }
     }
   }
@@ -140,25 +141,29 @@ std::optional<double> INIFile::GetNumericParameterValue(std::string Section, std
 std::string INIFile::FileText() const {
   std::string text;
   bool anythingWritten = false;
+  const auto write = [&](const EntryView& entry) {
+    if (!entry.Key.empty()) {
+      text.append(entry.Key).append("=").append(entry.Value);
+      anythingWritten = true;
+    }
+    if (!entry.Comment.empty()) {
+      if (!entry.Key.empty()) {
+        text.append(" ");
+      }
+      text.append(entry.Comment == " " ? std::string_view(";") : std::string_view("; "));
+      text.append(entry.Comment == " " ? std::string_view() : entry.Comment).append("\r\n");
+      anythingWritten = true;
+    } else if (anythingWritten) {
+      text.append("\r\n");
+    }
+    return false;
+  };
   for (const SectionRecord& section : sections_) {
     if (!section.Name.empty()) {
       text.append("[").append(section.Name).append("]\r\n");
     }
-    for (const Entry& entry : section.Entries) {
-      if (!entry.Key.empty()) {
-        text.append(entry.Key).append("=").append(entry.Value);
-        anythingWritten = true;
-      }
-      if (!entry.Comment.empty()) {
-        if (!entry.Key.empty()) {
-          text.append(" ");
-        }
-        text.append(entry.Comment == " " ? std::string(";") : "; " + entry.Comment).append("\r\n");
-        anythingWritten = true;
-      } else if (anythingWritten) {
-        text.append("\r\n");
-      }
-    }
+    section.Entries.FindIf(write);
+    write(EntryView{});  // the spare entry: the empty line after the section
   }
   return text;
 }
@@ -174,15 +179,24 @@ bool INIFile::WriteFile(const std::string& FileName) const {
 
 bool INIFile::ReadFile(std::string& FileName) {
   FileName = ResolvePath(FileName, ProgramFolder());
-  const std::string text = TextFromFileBytes(ReadWholeFile(FileName));
-  const std::vector<std::string_view> lines = SplitLines(text);
-  if (lines.empty()) {
-    throw TarvelinError::RuntimeFault(ErrInputPastEndOfFile, INIFileSource);
-  }
-  Reset();
-  UseSection("");
-  for (const std::string_view line : lines) {
-    pReadLine(TrimBlanks(line));
+  try {
+    const std::string text = TextFromFileBytes(ReadWholeFile(FileName));
+    LineReader lines(text);
+    auto line = lines.Next();
+    if (!line) {
+      throw TarvelinError::RuntimeFault(ErrInputPastEndOfFile, INIFileSource);
+    }
+    Reset();
+    UseSection("");
+    for (; line; line = lines.Next()) {
+      pReadLine(TrimBlanks(*line));
+      // No more sections than a 16-bit count holds: a hostile file stops here, not when memory runs out.
+      if (sections_.size() > static_cast<size_t>(INT16_MAX) + 1) {
+        throw TarvelinError::RuntimeFault(ErrOverflow, INIFileSource);
+      }
+    }
+  } catch (const std::bad_alloc&) {
+    throw TarvelinError::RuntimeFault(ErrOutOfMemory, INIFileSource);
   }
   pTidyTrailingBlankLines();
   return true;
@@ -191,7 +205,7 @@ bool INIFile::ReadFile(std::string& FileName) {
 size_t INIFile::pFindOrAddSection(const std::string& TrimmedName) {
   const auto [found, added] = sectionIndex_.emplace(LowerCase(TrimmedName), sections_.size());
   if (added) {
-    sections_.push_back(SectionRecord{TrimmedName, {Entry{}}});
+    sections_.push_back(SectionRecord{TrimmedName, {}});
   }
   return found->second;
 }
@@ -202,9 +216,7 @@ const INIFile::SectionRecord* INIFile::pFindSection(const std::string& TrimmedNa
 }
 
 void INIFile::pAddEntry(std::string Key, std::string Value, std::string Comment) {
-  auto& entries = sections_[currentSection_].Entries;
-  entries.back() = Entry{TrimBlanks(Key), TrimBlanks(Value), std::move(Comment)};
-  entries.emplace_back();
+  sections_[currentSection_].Entries.Append(TrimBlanks(Key), TrimBlanks(Value), Comment);
 }
 
 // A section line names the section by what stands between its first and last characters, whatever the
@@ -248,21 +260,11 @@ void INIFile::pReadLine(const std::string& Line) {
 // Runs of blank lines at the end of a section shrink to the one spare entry. A section that held only
 // blank lines runs out of entries to compare, which is an error.
 void INIFile::pTidyTrailingBlankLines() {
-  const auto isBlank = [](const Entry& entry) { return entry.Key.empty() && entry.Comment.empty(); };
   for (SectionRecord& section : sections_) {
-    auto& entries = section.Entries;
-    if (entries.size() <= 1) {
-      continue;
+    if (section.Entries.Count() > 0 && section.Entries.TrailingBlanks() == section.Entries.Count()) {
+      throw TarvelinError(ErrSubscriptOutOfRange, INIFileSource, "Subscript out of range");
     }
-    while (isBlank(entries.back())) {
-      if (entries.size() < 2) {
-        throw TarvelinError(ErrSubscriptOutOfRange, INIFileSource, "Subscript out of range");
-      }
-      if (!isBlank(entries[entries.size() - 2])) {
-        break;
-      }
-      entries.pop_back();
-    }
+    section.Entries.DropTrailingBlanks();
   }
 }
 

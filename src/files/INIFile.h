@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "files/PackedEntries.h"
+
 namespace tarvelin {
 
 // The number and source of the error raised for a missing parameter when RaiseErrorOnBadRequest is set.
@@ -62,14 +64,9 @@ class INIFile {
   void SetRaiseErrorOnBadRequest(bool Raise) { raiseErrorOnBadRequest_ = Raise; }
 
  private:
-  struct Entry {
-    std::string Key;
-    std::string Value;
-    std::string Comment;
-  };
   struct SectionRecord {
     std::string Name;
-    std::vector<Entry> Entries;  // ends with the spare blank entry
+    PackedEntries Entries;  // the spare blank entry is not stored
   };
 
   size_t pFindOrAddSection(const std::string& TrimmedName);

@@ -12,21 +12,17 @@ bool IsContinuationByte(char Byte) {
 
 }  // namespace
 
-std::vector<std::string_view> SplitLines(std::string_view Text) {
-  std::vector<std::string_view> lines;
-  size_t start = 0;
-  while (start < Text.size()) {
-    size_t end = start;
-    while (end < Text.size() && Text[end] != '\r' && Text[end] != '\n') {
-      ++end;
-    }
-    lines.push_back(Text.substr(start, end - start));
-    start = end + 1;
-    if (end + 1 < Text.size() && Text[end] == '\r' && Text[end + 1] == '\n') {
-      ++start;
-    }
+std::optional<std::string_view> LineReader::Next() {
+  if (next_ >= text_.size()) {
+    return std::nullopt;
   }
-  return lines;
+  const size_t end = std::min(text_.find_first_of("\r\n", next_), text_.size());
+  const std::string_view line = text_.substr(next_, end - next_);
+  next_ = end + 1;
+  if (end + 1 < text_.size() && text_[end] == '\r' && text_[end + 1] == '\n') {
+    ++next_;
+  }
+  return line;
 }
 
 size_t CharacterCount(std::string_view Text) {

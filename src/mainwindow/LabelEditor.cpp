@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 
 #include "mainwindow/HoverHighlight.h"
 #include "mainwindow/NameLabels.h"
@@ -152,7 +153,8 @@ bool LabelEditor::txtEditBox_KeyPress(QKeyEvent* Event) {
   const QString remaining = txtEditBox->hasSelectedText()
                                 ? text.left(txtEditBox->selectionStart()) + text.mid(txtEditBox->selectionEnd())
                                 : text;
-  switch (FilterEditBoxKey(*key, remaining.toStdU32String(), editMode_ == kNumericEdit, kEditBoxMaxLength)) {
+  const char32_t separator = QLocale().decimalPoint().toStdU32String().front();
+  switch (FilterEditBoxKey(*key, remaining.toStdU32String(), editMode_ == kNumericEdit, kEditBoxMaxLength, separator)) {
     case EditKeyAction::Accept:
       return false;
     case EditKeyAction::Discard:

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <cmath>
 
+#include "mainwindow/WindowText.h"
 #include "mainwindow/modDisplay.h"
 #include "startup/modStartup.h"
 #include "util/TarvelinError.h"
@@ -35,10 +36,11 @@ void ValueDisplay::Refresh() {
   const TarvelinTopic& topic = Topic();
   const int16_t rounding = topic.Rounding();
   const bool decimal = Program().DisplayAsDecimal;
+  const std::string separator = DisplayDecimalSeparator();
   // The label and the slider's spoken value read the same.
   const auto show = [&](ctlSlider* slider, QLabel* label, double value) {
     slider->SetValue(SliderPosition(value));
-    const QString text = QString::fromStdString(FormatNumberForDisplay(value, rounding, decimal));
+    const QString text = QString::fromStdString(FormatNumberForDisplay(value, rounding, decimal, separator));
     slider->SetValueText(text);
     label->setText(text);
   };
@@ -90,14 +92,16 @@ void ValueDisplay::sliderRating_Change(int16_t Index) {
 
 void ValueDisplay::lblWeighting_Change(int16_t Index) {
   const std::string text = rows_.lblWeighting[static_cast<size_t>(Index)]->text().toStdString();
-  ApplyValue([&] { Topic().SetWeighting(Index, NormaliseNumericInput(text, Program().DisplayAsDecimal)); });
+  ApplyValue([&] {
+    Topic().SetWeighting(Index, NormaliseNumericInput(text, Program().DisplayAsDecimal, DisplayDecimalSeparator()));
+  });
 }
 
 void ValueDisplay::lblRating_Change(int16_t Index) {
   const std::string text = rows_.lblRating[static_cast<size_t>(Index)]->text().toStdString();
   ApplyValue([&] {
     Topic().SetRating(rows_.GetOptionIDFromIndex(Index), rows_.GetAttributeIDFromIndex(Index),
-                      NormaliseNumericInput(text, Program().DisplayAsDecimal));
+                      NormaliseNumericInput(text, Program().DisplayAsDecimal, DisplayDecimalSeparator()));
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QLabel>
+#include <QLocale>
 #include <string_view>
 
 #include "util/modFormElements.h"
@@ -12,6 +13,10 @@ QFont LabelFont(int PointSize, bool Bold) {
   QFont font("Comic Sans MS", PointSize);
   font.setBold(Bold);
   return font;
+}
+
+std::string DisplayDecimalSeparator() {
+  return QLocale().decimalPoint().toStdString();
 }
 
 std::string FittedText(const QLabel* Label, const std::string& Caption, int Width) {

@@ -10,6 +10,9 @@ namespace tarvelin {
 // The window's labels ask for this face in every size.
 QFont LabelFont(int PointSize, bool Bold = false);
 
+// The decimal separator of the person's locale, which the value labels show and the edit box takes.
+std::string DisplayDecimalSeparator();
+
 // A caption shortened with "…" until it fits a width in the label's font.
 std::string FittedText(const QLabel* Label, const std::string& Caption, int Width);
 

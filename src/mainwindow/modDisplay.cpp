@@ -1,9 +1,7 @@
 #include "mainwindow/modDisplay.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "util/TarvelinError.h"
 #include "util/libmodGenericTextFunctions.h"
@@ -12,33 +10,42 @@ namespace tarvelin {
 
 namespace {
 
-// Measured first: a large number, or many places, can need hundreds of characters.
+// Fixed notation without an exponent, the point always "." whatever the C library's locale: the largest
+// double takes 310 characters before its places, the smallest denormal 327 in all.
 std::string FixedPlaces(double Number, int Places) {
-  const int length = std::snprintf(nullptr, 0, "%.*f", Places, Number);
-  std::string text(static_cast<size_t>(length), '\0');
-  std::snprintf(text.data(), text.size() + 1, "%.*f", Places, Number);
+  std::string text(330 + static_cast<size_t>(Places), '\0');
+  char* end = text.data() + text.size();
+  const auto result = Places < 0 ? std::to_chars(text.data(), end, Number, std::chars_format::fixed)
+                                 : std::to_chars(text.data(), end, Number, std::chars_format::fixed, Places);
+  text.resize(static_cast<size_t>(result.ptr - text.data()));
   return text;
 }
 
-// Fixed notation without an exponent: the smallest denormal takes 327 characters, the largest double 310.
-std::string ShortestExact(double Number) {
-  std::array<char, 330> buffer{};
-  const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), Number, std::chars_format::fixed);
-  return std::string(buffer.data(), result.ptr);
+std::string WithSeparator(std::string Text, std::string_view DecimalSeparator) {
+  const size_t point = Text.find('.');
+  if (point != std::string::npos) {
+    Text.replace(point, 1, DecimalSeparator);
+  }
+  return Text;
 }
 
 }  // namespace
 
-std::string FormatNumberForDisplay(double& Number, int16_t Rounding, bool DisplayAsDecimal) {
+std::string FormatNumberForDisplay(double& Number, int16_t Rounding, bool DisplayAsDecimal,
+                                   std::string_view DecimalSeparator) {
   if (DisplayAsDecimal) {
-    return Rounding < 0 ? ShortestExact(Number) : FixedPlaces(Number, Rounding);
+    return WithSeparator(FixedPlaces(Number, Rounding < 0 ? -1 : Rounding), DecimalSeparator);
   }
   Number *= 100;
-  return FixedPlaces(Number, Rounding >= 3 ? Rounding - 2 : 0) + "%";
+  return WithSeparator(FixedPlaces(Number, Rounding >= 3 ? Rounding - 2 : 0), DecimalSeparator) + "%";
 }
 
-double NormaliseNumericInput(std::string_view Text, bool DisplayAsDecimal) {
+double NormaliseNumericInput(std::string_view Text, bool DisplayAsDecimal, std::string_view DecimalSeparator) {
   std::string number = TrimBlanks(Text.find('%') != std::string_view::npos ? Text.substr(0, Text.size() - 1) : Text);
+  const size_t separator = DecimalSeparator.empty() ? std::string::npos : number.find(DecimalSeparator);
+  if (separator != std::string::npos) {
+    number.replace(separator, DecimalSeparator.size(), ".");
+  }
   if (!number.empty() && number.front() == '+') {
     number.erase(0, 1);
   }

@@ -8,7 +8,8 @@
 
 namespace tarvelin {
 
-EditKeyAction FilterEditBoxKey(char32_t Key, std::u32string_view Remaining, bool Numeric, size_t MaxLength) {
+EditKeyAction FilterEditBoxKey(char32_t Key, std::u32string_view Remaining, bool Numeric, size_t MaxLength,
+                               char32_t DecimalSeparator) {
   const bool full = Remaining.size() >= MaxLength;
   if (Key == KeyBackspace) {
     return EditKeyAction::Accept;
@@ -22,8 +23,9 @@ EditKeyAction FilterEditBoxKey(char32_t Key, std::u32string_view Remaining, bool
   if (Key == KeyEnter) {
     return EditKeyAction::Commit;
   }
-  if (Key == U'.') {
-    const bool secondPoint = Numeric && Remaining.find(U'.') != std::u32string_view::npos;
+  if (Key == U'.' || Key == DecimalSeparator) {
+    const bool secondPoint = Numeric && (Remaining.find(U'.') != std::u32string_view::npos ||
+                                         Remaining.find(DecimalSeparator) != std::u32string_view::npos);
     return secondPoint || full ? EditKeyAction::Discard : EditKeyAction::Accept;
   }
   return Numeric || full ? EditKeyAction::Discard : EditKeyAction::Accept;

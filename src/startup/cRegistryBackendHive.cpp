@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <map>
+#include <memory>
 
 #include "startup/HiveFileLock.h"
 #include "util/AtomicFile.h"
@@ -28,20 +30,45 @@ std::string HiveText(std::string_view Bytes) {
   return TextFromFileBytes(Bytes);
 }
 
-// The hive as stored: empty when the file is missing or damaged, nothing when it exists but cannot be read.
-std::optional<cRegistryHive> ReadHiveFile(const std::string& FileName, ERegistryClassKey ClassKey) {
-  cRegistryHive empty(RegistryHiveName(ClassKey));
+// The hive last parsed from each file, with the bytes it was parsed from. Settings are read one at a time,
+// and a large hive must not be parsed again for each of them while its file stays the same.
+struct ParsedHive {
+  std::string Bytes;
+  std::shared_ptr<const cRegistryHive> Hive;
+};
+
+ParsedHive& LastParsed(const std::string& FileName, const std::string& RootName) {
+  static std::map<std::string, ParsedHive> parsed;
+  return parsed[RootName + "\n" + FileName];
+}
+
+// The hive as stored: empty when the file is missing or damaged, nothing when it exists but cannot be read
+// (or not held in memory).
+std::shared_ptr<const cRegistryHive> ReadHiveFile(const std::string& FileName, ERegistryClassKey ClassKey) {
+  const std::string rootName = RegistryHiveName(ClassKey);
+  const auto empty = std::make_shared<const cRegistryHive>(rootName);
   if (FileName.empty()) {
     return empty;
   }
-  std::string bytes;
   try {
-    bytes = ReadWholeFile(FileName);
+    std::string bytes = ReadWholeFile(FileName);
+    ParsedHive& last = LastParsed(FileName, rootName);
+    if (!last.Hive || last.Bytes != bytes) {
+      auto hive = cRegistryHive::Parse(HiveText(bytes), rootName);
+      last = {std::move(bytes), hive ? std::make_shared<const cRegistryHive>(std::move(*hive)) : empty};
+    }
+    return last.Hive;
   } catch (const TarvelinError& error) {
-    return error.Number() == ErrFileNotFound ? std::optional(empty) : std::nullopt;
+    return error.Number() == ErrFileNotFound ? empty : nullptr;
+  } catch (const std::exception&) {
+    return nullptr;
   }
-  auto hive = cRegistryHive::Parse(HiveText(bytes), RegistryHiveName(ClassKey));
-  return hive ? std::move(hive) : std::optional(empty);
+}
+
+// A copy of the stored hive to change; nothing when the file cannot be read.
+std::optional<cRegistryHive> HiveToChange(const std::string& FileName, ERegistryClassKey ClassKey) {
+  const auto hive = ReadHiveFile(FileName, ClassKey);
+  return hive ? std::optional(*hive) : std::nullopt;
 }
 
 }  // namespace
@@ -72,7 +99,7 @@ std::string HiveFileName(ERegistryClassKey ClassKey) {
 }
 
 bool cRegistryBackendHive::KeyExists(const RegistryKeyPath& Key) {
-  return pRead(Key).KeyExists(Key.Section);
+  return pRead(Key)->KeyExists(Key.Section);
 }
 
 bool cRegistryBackendHive::CreateKey(const RegistryKeyPath& Key) {
@@ -96,7 +123,7 @@ RegistryDeleteResult cRegistryBackendHive::DeleteValue(const RegistryKeyPath& Ke
 }
 
 std::optional<RegistryData> cRegistryBackendHive::QueryValue(const RegistryKeyPath& Key, const std::string& Name) {
-  return pRead(Key).Value(Key.Section, Name);
+  return pRead(Key)->Value(Key.Section, Name);
 }
 
 bool cRegistryBackendHive::SetValue(const RegistryKeyPath& Key, const std::string& Name, const RegistryData& Data) {
@@ -104,17 +131,17 @@ bool cRegistryBackendHive::SetValue(const RegistryKeyPath& Key, const std::strin
 }
 
 std::vector<std::string> cRegistryBackendHive::EnumerateValues(const RegistryKeyPath& Key) {
-  return pRead(Key).ValueNames(Key.Section);
+  return pRead(Key)->ValueNames(Key.Section);
 }
 
 std::vector<std::string> cRegistryBackendHive::EnumerateSections(const RegistryKeyPath& Key) {
-  return pRead(Key).SubKeyNames(Key.Section);
+  return pRead(Key)->SubKeyNames(Key.Section);
 }
 
-cRegistryHive cRegistryBackendHive::pRead(const RegistryKeyPath& Key) {
+std::shared_ptr<const cRegistryHive> cRegistryBackendHive::pRead(const RegistryKeyPath& Key) {
   const std::string fileName = Key.Machine.empty() ? HiveFileName(Key.ClassKey) : std::string();
   auto hive = ReadHiveFile(fileName, Key.ClassKey);
-  return hive ? std::move(*hive) : cRegistryHive(RegistryHiveName(Key.ClassKey));
+  return hive ? hive : std::make_shared<const cRegistryHive>(RegistryHiveName(Key.ClassKey));
 }
 
 // Applies a change and writes the hive back. A change that turns out to do nothing (or to be impossible)
@@ -125,7 +152,7 @@ bool cRegistryBackendHive::pModify(const RegistryKeyPath& Key, const HiveChange&
   if (!Key.Machine.empty() || fileName.empty()) {
     return false;
   }
-  auto current = ReadHiveFile(fileName, Key.ClassKey);
+  auto current = HiveToChange(fileName, Key.ClassKey);
   const Edit edit = current ? Change(*current) : Edit::Failed;
   if (edit != Edit::Changed) {
     return edit == Edit::Unchanged;
@@ -136,7 +163,7 @@ bool cRegistryBackendHive::pModify(const RegistryKeyPath& Key, const HiveChange&
   if (error || !lock.Locked()) {
     return false;
   }
-  current = ReadHiveFile(fileName, Key.ClassKey);
+  current = HiveToChange(fileName, Key.ClassKey);
   const Edit lockedEdit = current ? Change(*current) : Edit::Failed;
   if (lockedEdit != Edit::Changed) {
     return lockedEdit == Edit::Unchanged;

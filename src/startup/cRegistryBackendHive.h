@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -16,10 +17,10 @@ namespace tarvelin {
 std::string HiveFileName(ERegistryClassKey ClassKey);
 
 // The registry kept as one .reg text file per hive. Every operation reads the file afresh, so several
-// processes share the settings. A write re-reads and rewrites the whole file under an inter-process lock
-// and replaces it atomically, so a reader sees the old file or the new one, never a mixture. A hive that
-// is damaged or unreadable reads as empty; a damaged one is replaced by the next write, an unreadable
-// one is never overwritten. Only this computer's registry is available.
+// processes share the settings; it is parsed again only when its bytes have changed. A write re-reads and rewrites the
+// whole file under an inter-process lock and replaces it atomically, so a reader sees the old file or the new one,
+// never a mixture. A hive that is damaged or unreadable reads as empty; a damaged one is replaced by the next write, an
+// unreadable one is never overwritten. Only this computer's registry is available.
 class cRegistryBackendHive final : public cRegistryBackend {
  public:
   bool SupportsRemoteMachines() const override { return false; }
@@ -36,7 +37,7 @@ class cRegistryBackendHive final : public cRegistryBackend {
  private:
   using HiveChange = std::function<cRegistryHive::Edit(cRegistryHive&)>;
 
-  static cRegistryHive pRead(const RegistryKeyPath& Key);
+  static std::shared_ptr<const cRegistryHive> pRead(const RegistryKeyPath& Key);
   static bool pModify(const RegistryKeyPath& Key, const HiveChange& Change);
 };
 

@@ -52,19 +52,22 @@ class cRegistryHive final {
   std::vector<std::string> SubKeyNames(std::string_view Section) const;
 
  private:
+  // Each key holds only its own name, so that a deep path costs memory in its length, not its square.
   struct Key {
-    std::string Path;
+    size_t Parent = 0;  // position in keys_; always before the key itself
+    std::string Name;   // the last part of the path; "" for the hive itself
     std::vector<std::pair<std::string, RegistryData>> Values;
   };
 
   Key* pFindKey(std::string_view Path);
   const Key* pFindKey(std::string_view Path) const;
+  std::optional<size_t> pFindPosition(std::string_view Path) const;
 
   void pIndexKeys();
 
   std::string rootName_;
   std::vector<Key> keys_;                          // keys_[0] is the hive itself, path ""
-  std::unordered_map<std::string, size_t> index_;  // lower-case path -> position in keys_
+  std::unordered_map<std::string, size_t> index_;  // parent position "\\" lower-case name -> position in keys_
 };
 
 }  // namespace tarvelin

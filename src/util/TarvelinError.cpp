@@ -12,6 +12,8 @@ std::string RuntimeFaultText(int32_t number) {
       return "Invalid procedure call or argument";
     case ErrOverflow:
       return "Overflow";
+    case ErrOutOfMemory:
+      return "Out of memory";
     case ErrTypeMismatch:
       return "Type mismatch";
     case ErrFileNotFound:

@@ -12,6 +12,7 @@ inline constexpr int32_t ObjectErrorBase = static_cast<int32_t>(0x80040000u);
 // Runtime faults keep the classic runtime error numbers.
 inline constexpr int32_t ErrInvalidCall = 5;          // "Invalid procedure call or argument"
 inline constexpr int32_t ErrOverflow = 6;             // "Overflow"
+inline constexpr int32_t ErrOutOfMemory = 7;          // "Out of memory"
 inline constexpr int32_t ErrTypeMismatch = 13;        // "Type mismatch"
 inline constexpr int32_t ErrFileNotFound = 53;        // "File not found"
 inline constexpr int32_t ErrDeviceIO = 57;            // "Device I/O error"

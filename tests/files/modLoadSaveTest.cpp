@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <filesystem>
+#include <locale>
+
 #include "files/modLoadSave.h"
 #include "model/TarvelinTopic.h"
 #include "startup/modStartup.h"
@@ -167,6 +171,43 @@ std::string OneByOne(const std::string& AttributesLine) {
 std::string LoadError(int32_t Number, const char* Description) {
   return "An error occurred whilst loading the file!\r\rError " + std::to_string(Number) + "\r" + Description;
 }
+
+// Qt sets the C library's locale from the environment, and a German one writes "0,5" through printf: files
+// must not change with it.
+TEST(TopicFileSave, FilesAreByteIdenticalUnderADecimalCommaLocale) {
+  TempFolder folder;
+  const TopicPtr topic = CarTopic();
+  const auto save = [&](const std::string& Stem) {
+    EXPECT_TRUE(SaveTopicFile(folder.File(Stem + ".tvt"), *topic));
+    ExportTopicCSV(folder.File(Stem + ".csv"), *topic);
+  };
+  save("c");
+  const std::string previous = std::setlocale(LC_ALL, nullptr);
+  if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
+    GTEST_SKIP() << "no de_DE.UTF-8 locale here (scripts/install-deps makes one)";
+  }
+  std::locale::global(std::locale("de_DE.UTF-8"));
+  save("de");
+  std::locale::global(std::locale::classic());
+  std::setlocale(LC_ALL, previous.c_str());
+  EXPECT_EQ(ReadBytes(folder.File("de.tvt")), ReadBytes(folder.File("c.tvt")));
+  EXPECT_EQ(ReadBytes(folder.File("de.csv")), ReadBytes(folder.File("c.csv")));
+}
+
+#ifdef __linux__
+// A read that fails part-way (a bad sector, a failing network file system) is a load failure, not an abort.
+TEST(TopicLoad, AReadErrorIsReportedAsALoadFailure) {
+  TempFolder folder;
+  for (const char* name : {"unreadable.tvt", "unreadable.csv"}) {
+    ScopedScriptedDialogs dialogs;
+    std::filesystem::create_symlink("/proc/self/mem", folder.File(name));
+    TopicPtr topic = CarTopic();
+    EXPECT_FALSE(LoadTopicReportingErrors(folder.File(name), topic));
+    ASSERT_EQ(dialogs->Messages.size(), 1u);
+    EXPECT_EQ(dialogs->Messages[0].Prompt, LoadError(75, "Path/File access error"));
+  }
+}
+#endif
 
 struct RejectedCase {
   const char* Label;

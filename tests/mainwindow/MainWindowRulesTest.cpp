@@ -1,4 +1,5 @@
 #include <QTest>
+#include <clocale>
 #include <cmath>
 #include <limits>
 
@@ -6,6 +7,7 @@
 #include "gui_support/TestRows.h"
 #include "mainwindow/MainWindowLayout.h"
 #include "mainwindow/modDisplay.h"
+#include "mainwindow/modLabelEditing.h"
 #include "support/RaisedErrors.h"
 
 using namespace tarvelin;
@@ -85,6 +87,41 @@ class MainWindowRulesTest final : public QObject {
     for (const char* text : {"", "abc", "1.2.3", "%", "nan", "inf", "0x10"}) {
       QCOMPARE(testing::ErrorNumberOf([&] { NormaliseNumericInput(text, true); }), ErrTypeMismatch);
     }
+  }
+
+  // Where the labels show a decimal comma the editor takes it as well as ".", and what is shown reads back
+  // as what is stored. The C library's locale (which Qt sets from the environment) plays no part.
+  void decimalCommaIsShownTypedAndReadBack_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("separator");
+    QTest::addColumn<bool>("accepted");
+    AddRow("comma where shown", "0,", ",", true);
+    AddRow("point where a comma is shown", "0.", ",", true);
+    AddRow("second comma", "0,5,", ",", false);
+    AddRow("comma after a point", "0.5,", ",", false);
+    AddRow("point after a comma", "0,5.", ",", false);
+    AddRow("comma where a point is shown", "0,", ".", false);
+  }
+  void decimalCommaIsShownTypedAndReadBack() {
+    QFETCH(QString, typed);
+    QFETCH(QString, separator);
+    const std::u32string text = typed.toStdU32String();
+    const auto action = FilterEditBoxKey(text.back(), std::u32string_view(text).substr(0, text.size() - 1), true, 10,
+                                         separator.toStdU32String().front());
+    QTEST(action == EditKeyAction::Accept, "accepted");
+    if (action == EditKeyAction::Accept) {
+      const std::string shown = typed.toStdString() + "7";
+      QCOMPARE(NormaliseNumericInput(shown, true, separator.toStdString()), 0.7);
+    }
+    double value = 0.75;
+    const std::string label = FormatNumberForDisplay(value, 3, true, separator.toStdString());
+    QCOMPARE(QString::fromStdString(label), "0" + separator + "750");
+    QCOMPARE(NormaliseNumericInput(label, true, separator.toStdString()), 0.75);
+    const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
+    std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    const std::string underGerman = FormatNumberForDisplay(value, 3, true, separator.toStdString());
+    std::setlocale(LC_NUMERIC, previous.c_str());
+    QCOMPARE(underGerman, label);
   }
 
   void snapsHeightBeforeWidthAndNeverWhenMaximised() {

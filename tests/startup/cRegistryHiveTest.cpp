@@ -9,6 +9,14 @@ constexpr const char* Root = "HKEY_CURRENT_USER";
 constexpr const char* Header = "Windows Registry Editor Version 5.00\r\n";
 constexpr const char* SettingsLine = "[HKEY_CURRENT_USER\\Software\\Pelvora\\Tarvelin]\r\n";
 
+std::string Repeated(std::string_view Text, size_t Count) {
+  std::string text;
+  for (size_t copy = 0; copy < Count; ++copy) {
+    text += Text;
+  }
+  return text;
+}
+
 RegistryData Text(std::string_view Value, ERegistryValueType Type = ERegistryValueType::String) {
   return RegistryDataFromText(Value, Type);
 }
@@ -61,12 +69,17 @@ TEST(cRegistryHiveFormat, ReadsHandWrittenAndEditorFiles) {
       "  \"LastUsedDir\" = \"C:\\Data\\x\"\n"
       "\"AppMaximized\"=DWORD:00000001\n"
       "\"Pattern\"=hex(2):25,00,41,00,25,00,\\\n"
-      "  00,00\n",
+      "  00,00\n"
+      "\"lastUsedDir\"=\"D:\\y\"\n"
+      "[HKEY_CURRENT_USER\\Software\\Pelvora\\Tarvelin]\n"
+      "\"appmaximized\"=dword:00000002\n",
       Root);
   ASSERT_TRUE(hive);
   const std::string key = "Software\\Pelvora\\Tarvelin";
-  EXPECT_EQ(hive->Value(key, "LastUsedDir"), Text("C:\\Data\\x"));
-  EXPECT_EQ(hive->Value(key, "AppMaximized"), RegistryDataFromNumber(1));
+  // A name given again replaces the value where it first stood.
+  EXPECT_EQ(hive->ValueNames(key), (std::vector<std::string>{"LastUsedDir", "AppMaximized", "Pattern"}));
+  EXPECT_EQ(hive->Value(key, "LastUsedDir"), Text("D:\\y"));
+  EXPECT_EQ(hive->Value(key, "AppMaximized"), RegistryDataFromNumber(2));
   EXPECT_EQ(hive->Value(key, "Pattern"), Text("%A%", ERegistryValueType::ExpandString));
 }
 
@@ -89,7 +102,8 @@ INSTANTIATE_TEST_SUITE_P(
                       std::string(Header) + SettingsLine + "\"A\"=hex:01,\\\r\n",         // continued at the end
                       std::string(Header) + SettingsLine + "\"A\"=-\r\n",                 // deletion syntax
                       std::string(Header) + SettingsLine + "\"A\"=\"x\" y\r\n",           // junk behind a text
-                      std::string(Header) + SettingsLine + "A=\"x\"\r\n"));               // unquoted name
+                      std::string(Header) + SettingsLine + "A=\"x\"\r\n",                 // unquoted name
+                      std::string(Header) + "[HKEY_CURRENT_USER" + Repeated("\\k", 513) + "]\r\n"));  // too deep
 
 // A file cut anywhere inside a line (as a crash or a full disk leaves it) must be noticed, so that the
 // settings fall back to their defaults instead of taking a shortened value. Binary lists are left out: a

@@ -1,51 +1,56 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <map>
-#include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
 namespace tarvelin::testing {
 
-class ScriptedDialogs;
-
-// Everything under a folder, by path relative to it: a file's bytes, "<folder>" or "<link to TARGET>".
+// Everything under a folder, by path relative to it: a file's bytes, "<folder>", "<link to TARGET>" or
+// "<special file>".
 using FolderState = std::map<std::string, std::string>;
 FolderState StateOf(const std::filesystem::path& Folder);
 
-// What holds a writer back. Several may be combined; none at all lets the write succeed.
-struct Fault {
-  // No file may grow beyond this many bytes: the write that crosses it fails (EFBIG).
-  std::optional<size_t> FileSizeLimit;
-  // The folder's files are moved onto a private disk that then has this many bytes free (ENOSPC). The disk
-  // counts whole pages, so this is best a multiple of the page size.
-  std::optional<size_t> FreeDiskSpace;
-  // The writer runs as an ordinary user, whom permission bits stop even when the tests run as root.
-  bool Unprivileged = false;
+// A write that stops: after Cut bytes of the new file, with the error a failing file system gives.
+struct WriteFault {
+  size_t Cut = 0;
+  int32_t Number = 0;
+};
+// Cuts at nothing, the first bytes, inside the usual file headers, on either side of the page boundaries
+// and at the last byte of a file of Size bytes, each with a full disk and an I/O error.
+std::vector<WriteFault> WriteFaults(size_t Size);
+
+// While it lives, every file the program writes fails as Fault says, the bytes before the cut reaching
+// the temporary file.
+class ScopedWriteFault {
+ public:
+  explicit ScopedWriteFault(WriteFault Fault);
+  ~ScopedWriteFault();
+  ScopedWriteFault(const ScopedWriteFault&) = delete;
+  ScopedWriteFault& operator=(const ScopedWriteFault&) = delete;
 };
 
-// What a writer did in its child process.
-struct ChildOutcome {
-  enum class End { Finished, Crashed, Threw, TimedOut, FaultUnavailable };
-  End How = End::Crashed;
-  std::vector<std::string> Messages;  // every prompt shown to the person, in order
-  FolderState After;                  // the watched folder as the child left it
+// A small file system of its own over Folder while it lives, seen only by this process, so that a test
+// meets a real full or read-only disk. Mounted() is false where the system does not allow it (it takes
+// root, or a user allowed to make mount namespaces).
+class ScopedPrivateDisk {
+ public:
+  ScopedPrivateDisk(const std::filesystem::path& Folder, size_t Size);
+  ~ScopedPrivateDisk();
+  ScopedPrivateDisk(const ScopedPrivateDisk&) = delete;
+  ScopedPrivateDisk& operator=(const ScopedPrivateDisk&) = delete;
+
+  bool Mounted() const { return mounted_; }
+  // False where the disk cannot be made read-only.
+  bool MakeReadOnly();
+
+ private:
+  std::filesystem::path folder_;
+  bool mounted_ = false;
 };
-std::ostream& operator<<(std::ostream& Out, ChildOutcome::End How);
-
-// Runs Write in a forked child under Fault, with Program().UI pointing at fresh ScriptedDialogs, and reports
-// what the person was shown and what the folder held afterwards. The folder is seen from the child, so a
-// private disk's contents are reported as the writer left them.
-ChildOutcome RunWithFault(const std::filesystem::path& Folder, const Fault& Fault,
-                          const std::function<void(ScriptedDialogs&)>& Write);
-
-// Where to cut a write that succeeds with Size bytes: nothing at all, the first bytes, inside the usual file
-// headers, on either side of the page boundaries and the last byte; every one below Size.
-std::vector<size_t> CutPoints(size_t Size);
 
 size_t PageSize();
 

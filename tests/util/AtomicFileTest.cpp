@@ -1,39 +1,39 @@
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 
+#include "support/FaultInjection.h"
 #include "support/RaisedErrors.h"
 #include "support/TempFolder.h"
 #include "util/AtomicFile.h"
 #include "util/TarvelinError.h"
 
 namespace tarvelin {
+
 namespace {
 
+namespace fs = std::filesystem;
+using testing::ErrorNumberOf;
 using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
 
-size_t EntriesIn(const std::filesystem::path& Folder) {
-  return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(Folder), {}));
+size_t EntriesIn(const fs::path& Folder) {
+  return static_cast<size_t>(std::distance(fs::directory_iterator(Folder), {}));
 }
 
-TEST(WriteFileAtomically, ReplacesTheWholeFileAndLeavesNothingElse) {
+TEST(WriteFileAtomically, ReplacesTheWholeFileKeepingItsPermissionsAndLeavesNothingElse) {
   TempFolder folder;
   const auto target = folder.File("topic.tvt");
   WriteBytes(target, "an older and much longer content");
+  fs::permissions(target, fs::perms(0640));
   WriteFileAtomically(target, "new\r\n");
   EXPECT_EQ(ReadBytes(target), "new\r\n");
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
   EXPECT_EQ(EntriesIn(folder.Path()), 1u);
-}
-
-TEST(WriteFileAtomically, KeepsTheOldFilesPermissions) {
-  TempFolder folder;
-  const auto target = folder.File("shared.tvt");
-  WriteBytes(target, "old");
-  std::filesystem::permissions(target, std::filesystem::perms(0640));
-  WriteFileAtomically(target, "new");
-  EXPECT_EQ(std::filesystem::status(target).permissions(), std::filesystem::perms(0640));
 }
 
 TEST(WriteFileAtomically, ALinkIsKeptWhileItsFileIsReplaced) {
@@ -41,21 +41,105 @@ TEST(WriteFileAtomically, ALinkIsKeptWhileItsFileIsReplaced) {
   const auto real = folder.File("real.tvt");
   const auto link = folder.File("link.tvt");
   WriteBytes(real, "old");
-  std::filesystem::create_symlink(real, link);
+  fs::create_symlink(real, link);
   WriteFileAtomically(link, "new");
-  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_EQ(ReadBytes(real), "new");
 }
 
-TEST(ReadWholeFile, ReadsBytesAndRaisesForMissingFilesFoldersAndDevices) {
+// The temporary name must fit beside a target whose name is as long as the file system allows.
+TEST(WriteFileAtomically, SavesUnderTheLongestNameTheFileSystemTakes) {
+  TempFolder folder;
+  const auto target = folder.File(std::string(255 - 4, 'n') + ".tvt");
+  WriteFileAtomically(target, "new");
+  EXPECT_EQ(ReadBytes(target), "new");
+  EXPECT_EQ(EntriesIn(folder.Path()), 1u);
+}
+
+TEST(WriteFileAtomically, AWriteStoppedAtAnyByteRaisesItsErrorAndChangesNothing) {
+  TempFolder folder;
+  const auto target = folder.File("topic.tvt");
+  WriteBytes(target, "old");
+  const std::string contents(3 * testing::PageSize() + 5, 'x');
+  for (const testing::WriteFault& fault : testing::WriteFaults(contents.size())) {
+    SCOPED_TRACE(std::to_string(fault.Cut) + " bytes, error " + std::to_string(fault.Number));
+    const testing::ScopedWriteFault failing(fault);
+    EXPECT_EQ(ErrorNumberOf([&] { WriteFileAtomically(target, contents); }), fault.Number);
+    EXPECT_EQ(testing::StateOf(folder.Path()), testing::FolderState({{"topic.tvt", "old"}}));
+  }
+}
+
+// What a save killed part-way leaves: a temporary file of the target's pattern, found by watching a save.
+std::string TemporaryNameOfASave(const std::string& Target) {
+  struct Watcher final : FileSink {
+    explicit Watcher(FileSink& File, fs::path Folder, std::string& Name) : file(File) {
+      for (const auto& entry : fs::directory_iterator(Folder)) {
+        if (entry.path().filename().string().find(".tmp-") != std::string::npos) {
+          Name = entry.path().string();
+        }
+      }
+    }
+    void Write(std::string_view Bytes) override { file.Write(Bytes); }
+    FileSink& file;
+  };
+  std::string name;
+  SetFileSinkWrapper(
+      [&](FileSink& File) { return std::make_unique<Watcher>(File, fs::path(Target).parent_path(), name); });
+  WriteFileAtomically(Target, "");
+  SetFileSinkWrapper({});
+  return name;
+}
+
+void MakeOld(const std::string& FileName) {
+  fs::last_write_time(FileName, fs::last_write_time(FileName) - std::chrono::hours(1));
+}
+
+// Only leftovers of this target, older than the save, that no running save holds, are removed.
+TEST(WriteFileAtomically, RemovesWhatInterruptedSavesOfTheSameTargetLeft) {
+  TempFolder folder;
+  const auto target = folder.File("topic.tvt");
+  const std::string pattern = TemporaryNameOfASave(target);
+  ASSERT_FALSE(pattern.empty());
+  const auto leftover = [&](const std::string& Ending) { return pattern.substr(0, pattern.size() - 6) + Ending; };
+  const std::vector<std::string> removed{leftover("a1B2c3"), target + ".tmp-Zz9Zz9"};
+  const std::vector<std::string> kept{leftover("a1B2c"),      leftover("a1B2c3d"),
+                                      leftover("a1-2c3"),     folder.File("other.tvt.tmp-Zz9Zz9"),
+                                      target + ".tmp-new999", leftover("locked")};
+  for (const auto& name : removed) {
+    WriteBytes(name, "left");
+    MakeOld(name);
+  }
+  for (const auto& name : kept) {
+    WriteBytes(name, "kept");
+    if (name != target + ".tmp-new999") {
+      MakeOld(name);
+    }
+  }
+  fs::last_write_time(target + ".tmp-new999", fs::last_write_time(target) + std::chrono::hours(1));
+  const int running = open(leftover("locked").c_str(), O_RDONLY);
+  ASSERT_EQ(flock(running, LOCK_EX), 0);
+  WriteFileAtomically(target, "new");
+  close(running);
+  for (const auto& name : removed) {
+    EXPECT_FALSE(fs::exists(name)) << name;
+  }
+  for (const auto& name : kept) {
+    EXPECT_TRUE(fs::exists(name)) << name;
+  }
+}
+
+TEST(ReadWholeFile, ReadsBytesAndRaisesForMissingFilesFoldersDevicesAndReadErrors) {
   TempFolder folder;
   const auto file = folder.File("data.bin");
   WriteBytes(file, std::string("a\0b\r\n", 5));
   EXPECT_EQ(ReadWholeFile(file), std::string("a\0b\r\n", 5));
-  EXPECT_EQ(testing::ErrorNumberOf([&] { ReadWholeFile(folder.File("none")); }), ErrFileNotFound);
-  EXPECT_THROW(ReadWholeFile(folder.Path().string()), TarvelinError);
+  EXPECT_EQ(ErrorNumberOf([&] { ReadWholeFile(folder.File("none")); }), ErrFileNotFound);
+  EXPECT_EQ(ErrorNumberOf([&] { ReadWholeFile(folder.Path().string()); }), ErrPathFileAccess);
   // A device is refused even when it reads as empty; others never end.
-  EXPECT_THROW(ReadWholeFile("/dev/null"), TarvelinError);
+  EXPECT_EQ(ErrorNumberOf([&] { ReadWholeFile("/dev/null"); }), ErrPathFileAccess);
+  // A regular file whose every read fails, as a bad sector does.
+  fs::create_symlink("/proc/self/mem", folder.File("unreadable.tvt"));
+  EXPECT_EQ(ErrorNumberOf([&] { ReadWholeFile(folder.File("unreadable.tvt")); }), ErrPathFileAccess);
 }
 
 }  // namespace
