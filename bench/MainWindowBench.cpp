@@ -1,13 +1,15 @@
 #include <benchmark/benchmark.h>
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <cstdlib>
 #include <memory>
 
-#include "mainwindow/ctlSlider.h"
 #include "mainwindow/frmMain.h"
 #include "startup/modStartup.h"
+#include "widgets/ctlSlider.h"
 
 namespace tarvelin {
 namespace {
@@ -66,6 +68,28 @@ void BM_RatingSliderChange(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_RatingSliderChange)->Unit(benchmark::kMicrosecond);
+
+// Undo and redo of deleting an option on a 10 x 10 topic: each rebuilds the rows (one iteration is two steps).
+void BM_UndoRedoDeleteWithRebuild(benchmark::State& state) {
+  EnsureApplication();
+  MakeTenByTenTopic();
+  frmMain window;
+  bool rowsChanged = false;
+  window.UpdateSliderArrays(rowsChanged);
+  window.show();
+  window.findChild<QAbstractButton*>("btnRemoveOption")->click();
+  QApplication::processEvents();
+  const auto press = [&window](Qt::Key Key) {
+    QKeyEvent event(QEvent::KeyPress, Key, Qt::ControlModifier);
+    QApplication::sendEvent(&window, &event);
+    QApplication::processEvents();
+  };
+  for (auto _ : state) {
+    press(Qt::Key_Z);
+    press(Qt::Key_Y);
+  }
+}
+BENCHMARK(BM_UndoRedoDeleteWithRebuild)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvelin

@@ -1,13 +1,36 @@
 #include <QApplication>
+#include <QIcon>
+#include <cstdio>
 
 #include "mainwindow/frmMain.h"
 #include "platform/qt/QtDialogs.h"
 #include "startup/modStartup.h"
 
+namespace {
+
+// The installed theme's icon, so that a theme may restyle it, else the same pictures built into the program.
+QIcon ApplicationIcon() {
+  QIcon builtIn;
+  for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+    builtIn.addFile(QString(":/icons/%1.png").arg(size), QSize(size, size));
+  }
+  return QIcon::fromTheme("com.pelvora.Tarvelin", builtIn);
+}
+
+}  // namespace
+
 int main(int argc, char* argv[]) {
+  // Answered before any window system is needed, so that they work in any terminal.
+  if (const auto information = tarvelin::CommandLineInformation(tarvelin::ProgramArguments(argc, argv))) {
+    std::fputs(information->c_str(), stdout);
+    return 0;
+  }
   QApplication application(argc, argv);
+  QApplication::setDesktopFileName("com.pelvora.Tarvelin");
+  QApplication::setWindowIcon(ApplicationIcon());
   tarvelin::QtDialogs dialogs;
   tarvelin::Program().UI = &dialogs;
+  // Read again: QApplication has taken its own options (-style, -platform ...) out of argv.
   if (!tarvelin::StartUp(tarvelin::ProgramArguments(argc, argv))) {
     return 0;
   }

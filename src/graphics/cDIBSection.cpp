@@ -8,7 +8,6 @@
 #include <random>
 
 #include "graphics/ClipboardService.h"
-#include "startup/modStartup.h"
 #include "util/TarvelinError.h"
 
 namespace tarvelin {
@@ -153,13 +152,12 @@ void cDIBSection::PaintPicture(cDIBSection& Destination, int32_t lDestLeft, int3
   CopyArea(*this, Destination, {lSrcLeft, lSrcTop, lDestLeft, lDestTop, width, height}, eRop);
 }
 
-void cDIBSection::CopyToClipboard(ClipboardService& Clipboard, bool bAsDIB) const {
+std::optional<std::string> cDIBSection::CopyToClipboard(ClipboardService& Clipboard, bool bAsDIB) const {
   if (bAsDIB) {
-    Program().UI->ShowMessage("I don't know how to put a DIB on the clipboard! Copy as bitmap instead!!!",
-                              MsgButtons::OK, MsgIcon::None, Program().AppTitle);
-    return;
+    return "I don't know how to put a DIB on the clipboard! Copy as bitmap instead!!!";
   }
   Clipboard.SetImage(*this);
+  return std::nullopt;
 }
 
 void cDIBSection::RandomiseBits(bool bGray) {

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace tarvelin {
@@ -52,9 +54,9 @@ class cDIBSection {
                     int32_t lDestHeight = -1, int32_t lSrcLeft = 0, int32_t lSrcTop = 0,
                     uint32_t eRop = RopSrcCopy) const;
 
-  // Puts the image on the clipboard as a bitmap. With bAsDIB only a message is shown through Program().UI:
-  // the device-independent clipboard format is deliberately not offered.
-  void CopyToClipboard(ClipboardService& Clipboard, bool bAsDIB = false) const;
+  // Puts the image on the clipboard as a bitmap. With bAsDIB nothing is copied and the explanation for the
+  // person is returned: the device-independent clipboard format is deliberately not offered.
+  std::optional<std::string> CopyToClipboard(ClipboardService& Clipboard, bool bAsDIB = false) const;
 
   // Fills every pixel with noise from a generator seeded by the clock: one value for all three bytes with
   // bGray, three independent values without. Values run from 0 to 254; padding bytes are left alone.

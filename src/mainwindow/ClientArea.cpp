@@ -5,16 +5,18 @@
 
 namespace tarvelin {
 
-ClientArea::ClientArea(const QImage& PersistentImage, QWidget* parent) : QWidget(parent), image_(PersistentImage) {
+ClientArea::ClientArea(QWidget* parent) : QWidget(parent) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
 }
 
 void ClientArea::paintEvent(QPaintEvent* event) {
+  if (image_ == nullptr) {
+    return;
+  }
   QPainter painter(this);
-  painter.drawImage(
-      event->rect(), image_,
-      QRectF(event->rect().topLeft() * image_.devicePixelRatio(), event->rect().size() * image_.devicePixelRatio()));
+  const qreal ratio = image_->devicePixelRatio();
+  painter.drawImage(event->rect(), *image_, QRectF(event->rect().topLeft() * ratio, event->rect().size() * ratio));
 }
 
 }  // namespace tarvelin

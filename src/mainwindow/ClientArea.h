@@ -11,14 +11,17 @@ class ClientArea final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit ClientArea(const QImage& PersistentImage, QWidget* parent = nullptr);
+  explicit ClientArea(QWidget* parent = nullptr);
   Q_DISABLE_COPY_MOVE(ClientArea)
+
+  // The image to show; it must outlive the client area.
+  void ShowImage(const QImage* PersistentImage) { image_ = PersistentImage; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  const QImage& image_;
+  const QImage* image_ = nullptr;
 };
 
 }  // namespace tarvelin

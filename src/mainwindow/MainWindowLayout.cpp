@@ -28,8 +28,8 @@ int FirstRowOffset(int HeadingHeight) {
   return HeadingHeight + 15;
 }
 
-int RowStep(int RowHeight) {
-  return RowHeight + 5;
+int RowStep(int RowPixels) {
+  return RowPixels + 5;
 }
 
 int ScorePanelHeight(int TotalOptions, int ScoreRowStepS, int HeadingHeight, bool Expanded) {
@@ -48,8 +48,8 @@ int RatingBlockOffset(int Option, int RatingExtentR, int ValueLabelHeight, int H
   return FirstRowOffset(HeadingHeight) + Option * (RatingExtentR + ValueLabelHeight + 5);
 }
 
-int RowExtent(int Rows, int RowHeight) {
-  return Rows > 0 ? (Rows - 1) * RowStep(RowHeight) : 0;
+int RowExtent(int Rows, int RowPixels) {
+  return Rows > 0 ? (Rows - 1) * RowStep(RowPixels) : 0;
 }
 
 }  // namespace tarvelin

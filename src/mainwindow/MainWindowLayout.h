@@ -13,6 +13,15 @@ struct PixelSize {
   bool operator==(const PixelSize&) const = default;
 };
 
+// The window's fixed measures.
+inline constexpr int RowHeight = 20;         // labels and sliders of every row
+inline constexpr int NameColumnWidth = 100;  // option and attribute names
+inline constexpr int ValueLabelWidth = 64;
+inline constexpr int TitleTop = 10;
+inline constexpr int TitleHeight = 36;
+inline constexpr int PanelsTop = 56;
+inline constexpr int PanelMargin = 10;
+
 // The smallest client area the window may have.
 inline constexpr PixelSize MinClientSize{640, 420};
 
@@ -30,7 +39,7 @@ CommandRowLefts LayoutCommandRow(int ClientWidth, int NewWidth, int LoadWidth, i
 // Rows of every panel start this far below the panel's top: the heading stands 5 pixels down and rows
 // begin two gaps of 5 below it. Each row is RowHeight high with 5 pixels to the next.
 int FirstRowOffset(int HeadingHeight);
-int RowStep(int RowHeight);
+int RowStep(int RowPixels);
 
 // A collapsed panel keeps only its heading: HeadingHeight + 10.
 int ScorePanelHeight(int TotalOptions, int ScoreRowStepS, int HeadingHeight, bool Expanded);
@@ -41,6 +50,6 @@ int RatingPanelHeight(int TotalOptions, int RatingExtentR, int ValueLabelHeight,
 int RatingBlockOffset(int Option, int RatingExtentR, int ValueLabelHeight, int HeadingHeight);
 
 // The distance from the first row's top to the last row's top (W and R) for a number of rows.
-int RowExtent(int Rows, int RowHeight);
+int RowExtent(int Rows, int RowPixels);
 
 }  // namespace tarvelin

@@ -63,15 +63,20 @@ class TarvelinTopic {
   double GetScore(int16_t OptionID) const;
   // Writes a diagnostic dump of the whole topic to std::clog.
   void OutputDebugInfo() const;
+  // Equal topics hold the same stored values, names and settings exactly, so that an edit that changed
+  // nothing can be told apart from one that did.
+  bool operator==(const TarvelinTopic&) const = default;
 
  private:
   struct Attribute {
     std::string AttributeName;
     double Weighting = 0.0;
+    bool operator==(const Attribute&) const = default;
   };
   struct Option {
     std::string OptionName;
     std::vector<double> Ratings;
+    bool operator==(const Option&) const = default;
   };
 
   void pSetWeighting(int16_t AttributeID, double Weighting, bool Normalise);

@@ -16,11 +16,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "mainwindow/GraphicalButton.h"
-#include "mainwindow/modColours.h"
-#include "mainwindow/modDecoration.h"
 #include "settingsdialog/modOptionRules.h"
 #include "startup/modStartup.h"
+#include "widgets/GraphicalButton.h"
+#include "widgets/Palette.h"
+#include "widgets/modDecoration.h"
 
 namespace tarvelin {
 
@@ -64,46 +64,47 @@ frmOptions::frmOptions(bool ForNewTopic, std::function<bool()> LoadTopic, QWidge
   setObjectName("frmOptions");
   setWindowTitle(QString::fromStdString(Program().AppTitle + " Settings"));
   setFont(QFont("Comic Sans MS", FontPointSize));
+  setPalette(LightPalette());
 
   auto* layout = new QVBoxLayout(this);
   layout->setSizeConstraint(QLayout::SetFixedSize);
   layout->setContentsMargins(14, 12, 14, 14);
   layout->setSpacing(0);
-  layout->addWidget(pBuildTabStrip());
+  layout->addWidget(BuildTabStrip());
 
-  picPageFrame_ = new QWidget(this);
-  picPageFrame_->setObjectName("picPageFrame");
-  auto* frameLayout = new QVBoxLayout(picPageFrame_);
+  picPageFrame = new QWidget(this);
+  picPageFrame->setObjectName("picPageFrame");
+  auto* frameLayout = new QVBoxLayout(picPageFrame);
   frameLayout->setContentsMargins(20, 16, 20, 18);
-  pages_ = new QStackedWidget(picPageFrame_);
-  pages_->addWidget(pBuildTopicPage());
-  pages_->addWidget(pBuildPreferencesPage());
-  pages_->addWidget(pBuildAboutPage());
+  pages_ = new QStackedWidget(picPageFrame);
+  pages_->addWidget(BuildTopicPage());
+  pages_->addWidget(BuildPreferencesPage());
+  pages_->addWidget(BuildAboutPage());
   frameLayout->addWidget(pages_);
-  layout->addWidget(picPageFrame_);
+  layout->addWidget(picPageFrame);
 
   layout->addSpacing(12);
-  layout->addWidget(pBuildButtonRow());
-  pSelectTab(0);
+  layout->addWidget(BuildButtonRow());
+  SelectTab(0);
 }
 
 frmOptions::~frmOptions() {
-  pRemoveHooks();
+  RemoveHooks();
 }
 
-QLabel* frmOptions::pNewLabel(const QString& Name, const QString& Caption, QWidget* Parent) {
+QLabel* frmOptions::NewLabel(const QString& Name, const QString& Caption, QWidget* Parent) {
   auto* label = new QLabel(Caption, Parent);
   label->setObjectName(Name);
   return label;
 }
 
-QLabel* frmOptions::pNewHeading(const QString& Caption, QWidget* Parent) {
+QLabel* frmOptions::NewHeading(const QString& Caption, QWidget* Parent) {
   auto* heading = new QLabel(Caption, Parent);
   heading->setFont(BoldFont(font(), FontPointSize));
   return heading;
 }
 
-QLineEdit* frmOptions::pNewField(const QString& Name, QWidget* Parent) {
+QLineEdit* frmOptions::NewField(const QString& Name, QWidget* Parent) {
   auto* field = new QLineEdit(Parent);
   field->setObjectName(Name);
   field->installEventFilter(this);
@@ -111,95 +112,99 @@ QLineEdit* frmOptions::pNewField(const QString& Name, QWidget* Parent) {
 }
 
 // A check box or option button with its caption in a label beside it; a click on the label clicks the control.
-QWidget* frmOptions::pNewChoice(QAbstractButton* Control, const QString& LabelName, const QString& Caption,
-                                QWidget* Parent) {
+QWidget* frmOptions::NewChoice(QAbstractButton* Control, const QString& LabelName, const QString& Caption,
+                               QWidget* Parent) {
   auto* choice = new QWidget(Parent);
   choice->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   auto* row = new QHBoxLayout(choice);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(4);
-  QLabel* label = pNewLabel(LabelName, Caption, choice);
+  QLabel* label = NewLabel(LabelName, Caption, choice);
   label->installEventFilter(this);
+  Control->setAccessibleName(Caption);
   labelTargets_.emplace_back(label, Control);
   row->addWidget(Control);
   row->addWidget(label);
   return choice;
 }
 
-QWidget* frmOptions::pBuildTabStrip() {
-  imgTabBackground_ = new QWidget(this);
-  imgTabBackground_->setObjectName("imgTabBackground");
-  auto* row = new QHBoxLayout(imgTabBackground_);
+QWidget* frmOptions::BuildTabStrip() {
+  imgTabBackground = new QWidget(this);
+  imgTabBackground->setObjectName("imgTabBackground");
+  auto* row = new QHBoxLayout(imgTabBackground);
   row->setContentsMargins(12, 0, 12, 0);
   row->setSpacing(2);
   const std::array<QString, TabCount> captions{"Topic", "Preferences", "About"};
   for (int index = 0; index < TabCount; ++index) {
-    QLabel* tab = pNewLabel(QString("lblTabText_%1").arg(index), captions[index], imgTabBackground_);
+    QLabel* tab = NewLabel(QString("lblTabText_%1").arg(index), captions[index], imgTabBackground);
     tab->setAlignment(Qt::AlignCenter);
     tab->setContentsMargins(16, 5, 16, 4);
     tab->setCursor(Qt::PointingHandCursor);
     tab->installEventFilter(this);
     row->addWidget(tab);
-    lblTabText_[index] = tab;
+    lblTabText[index] = tab;
   }
   row->addStretch();
-  return imgTabBackground_;
+  return imgTabBackground;
 }
 
-QWidget* frmOptions::pBuildTopicPage() {
+QWidget* frmOptions::BuildTopicPage() {
   auto* page = new QWidget;
   page->setObjectName("pageTopic");
   auto* grid = new QGridLayout(page);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setHorizontalSpacing(14);
   grid->setVerticalSpacing(8);
-  grid->addWidget(pNewHeading("Topic Settings:", page), 0, 0, 1, 2);
+  grid->addWidget(NewHeading("Topic Settings:", page), 0, 0, 1, 2);
 
-  txtTitle_ = pNewField("txtTitle", page);
-  txtTitle_->setMinimumWidth(TitleFieldWidth);
-  txtOptionCount_ = pNewField("txtOptionCount", page);
-  txtAttributeCount_ = pNewField("txtAttributeCount", page);
-  grid->addWidget(pNewLabel("lblTitleCaption", "Topic Title", page), 1, 0);
-  grid->addWidget(txtTitle_, 1, 1);
-  grid->addWidget(pNewLabel("lblOptionCountCaption", "No. Of Options", page), 2, 0);
-  grid->addWidget(pNewLabel("lblAttributeCountCaption", "No. Of Attributes", page), 3, 0);
-  for (QLineEdit* count : {txtOptionCount_, txtAttributeCount_}) {
+  txtTitle = NewField("txtTitle", page);
+  txtTitle->setMinimumWidth(TitleFieldWidth);
+  txtOptionCount = NewField("txtOptionCount", page);
+  txtAttributeCount = NewField("txtAttributeCount", page);
+  txtTitle->setAccessibleName("Topic Title");
+  txtOptionCount->setAccessibleName("No. Of Options");
+  txtAttributeCount->setAccessibleName("No. Of Attributes");
+  grid->addWidget(NewLabel("lblTitleCaption", "Topic Title", page), 1, 0);
+  grid->addWidget(txtTitle, 1, 1);
+  grid->addWidget(NewLabel("lblOptionCountCaption", "No. Of Options", page), 2, 0);
+  grid->addWidget(NewLabel("lblAttributeCountCaption", "No. Of Attributes", page), 3, 0);
+  for (QLineEdit* count : {txtOptionCount, txtAttributeCount}) {
     count->setFixedWidth(CountFieldWidth);
     count->setAlignment(Qt::AlignRight);
   }
-  grid->addWidget(txtOptionCount_, 2, 1, Qt::AlignLeft);
-  grid->addWidget(txtAttributeCount_, 3, 1, Qt::AlignLeft);
+  grid->addWidget(txtOptionCount, 2, 1, Qt::AlignLeft);
+  grid->addWidget(txtAttributeCount, 3, 1, Qt::AlignLeft);
 
   auto* typeGroup = new QButtonGroup(page);
   auto* typeRow = new QHBoxLayout;
   typeRow->setSpacing(18);
   const std::array<QString, 2> typeCaptions{"Negative Attributes", "Positive Attributes"};
   for (int index = 0; index < 2; ++index) {
-    optWeightingType_[index] = new QRadioButton;
-    optWeightingType_[index]->setObjectName(QString("optWeightingType_%1").arg(index));
-    typeGroup->addButton(optWeightingType_[index]);
+    optWeightingType[index] = new QRadioButton;
+    optWeightingType[index]->setObjectName(QString("optWeightingType_%1").arg(index));
+    typeGroup->addButton(optWeightingType[index]);
     typeRow->addWidget(
-        pNewChoice(optWeightingType_[index], QString("lblWeightingType_%1").arg(index), typeCaptions[index], page));
+        NewChoice(optWeightingType[index], QString("lblWeightingType_%1").arg(index), typeCaptions[index], page));
   }
   typeRow->addStretch();
   grid->setRowMinimumHeight(4, 4);
-  grid->addWidget(pNewLabel("lblWeightingTypeCaption", "Weighting Type", page), 5, 0);
+  grid->addWidget(NewLabel("lblWeightingTypeCaption", "Weighting Type", page), 5, 0);
   grid->addLayout(typeRow, 5, 1);
 
-  chkNormaliseWeights_ = new QCheckBox;
-  chkNormaliseWeights_->setObjectName("chkNormaliseWeights");
-  grid->addWidget(pNewChoice(chkNormaliseWeights_, "lblNormaliseWeights", "Normalise Weights?", page), 6, 1);
+  chkNormaliseWeights = new QCheckBox;
+  chkNormaliseWeights->setObjectName("chkNormaliseWeights");
+  grid->addWidget(NewChoice(chkNormaliseWeights, "lblNormaliseWeights", "Normalise Weights?", page), 6, 1);
   grid->setRowStretch(7, 1);
   return page;
 }
 
-QWidget* frmOptions::pBuildPreferencesPage() {
+QWidget* frmOptions::BuildPreferencesPage() {
   auto* page = new QWidget;
   page->setObjectName("pagePreferences");
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(8);
-  column->addWidget(pNewHeading("Display Settings:", page));
+  column->addWidget(NewHeading("Display Settings:", page));
 
   auto* rangeGroup = new QButtonGroup(page);
   auto* rangeRow = new QHBoxLayout;
@@ -207,63 +212,63 @@ QWidget* frmOptions::pBuildPreferencesPage() {
   rangeRow->setSpacing(18);
   const std::array<QString, 2> rangeCaptions{"Decimals", "Percentages"};
   for (int index = 0; index < 2; ++index) {
-    optRange_[index] = new QRadioButton;
-    optRange_[index]->setObjectName(QString("optRange_%1").arg(index));
-    rangeGroup->addButton(optRange_[index]);
-    rangeRow->addWidget(pNewChoice(optRange_[index], QString("lblRange_%1").arg(index), rangeCaptions[index], page));
+    optRange[index] = new QRadioButton;
+    optRange[index]->setObjectName(QString("optRange_%1").arg(index));
+    rangeGroup->addButton(optRange[index]);
+    rangeRow->addWidget(NewChoice(optRange[index], QString("lblRange_%1").arg(index), rangeCaptions[index], page));
   }
   rangeRow->addStretch();
   column->addLayout(rangeRow);
 
   column->addSpacing(10);
-  column->addWidget(pNewHeading("Program Settings:", page));
-  chkShowSettingsOnNew_ = new QCheckBox;
-  chkShowSettingsOnNew_->setObjectName("chkShowSettingsOnNew");
+  column->addWidget(NewHeading("Program Settings:", page));
+  chkShowSettingsOnNew = new QCheckBox;
+  chkShowSettingsOnNew->setObjectName("chkShowSettingsOnNew");
   QWidget* showOnNew =
-      pNewChoice(chkShowSettingsOnNew_, "lblShowSettingsOnNew", "Show settings when starting a new topic?", page);
+      NewChoice(chkShowSettingsOnNew, "lblShowSettingsOnNew", "Show settings when starting a new topic?", page);
   showOnNew->setContentsMargins(14, 0, 0, 0);
   column->addWidget(showOnNew);
   column->addStretch();
   return page;
 }
 
-QWidget* frmOptions::pBuildAboutPage() {
+QWidget* frmOptions::BuildAboutPage() {
   auto* page = new QWidget;
   page->setObjectName("pageAbout");
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(10);
-  QLabel* title = pNewLabel("lblAboutTitle", QString("Tarvelin v") + TARVELIN_VERSION, page);
+  QLabel* title = NewLabel("lblAboutTitle", QString("Tarvelin v") + TARVELIN_VERSION, page);
   title->setFont(BoldFont(font(), FontPointSize + 6));
   column->addWidget(title);
-  QLabel* text = pNewLabel("lblAboutText",
-                           "Weigh up a decision: list the options, say which attributes matter and how much, "
-                           "rate every option on every attribute, and see which option comes out best.",
-                           page);
+  QLabel* text = NewLabel("lblAboutText",
+                          "Weigh up a decision: list the options, say which attributes matter and how much, "
+                          "rate every option on every attribute, and see which option comes out best.",
+                          page);
   text->setWordWrap(true);
   column->addWidget(text);
   column->addStretch();
   return page;
 }
 
-QWidget* frmOptions::pBuildButtonRow() {
+QWidget* frmOptions::BuildButtonRow() {
   auto* buttons = new QWidget(this);
   auto* row = new QHBoxLayout(buttons);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(8);
   row->addStretch();
-  btnOk_ = new GraphicalButton("OK", ButtonPicture::Ok, buttons);
-  btnOk_->setObjectName("btnOk");
-  btnCancel_ = new GraphicalButton(forNewTopic_ ? "Load Topic" : "Cancel",
-                                   forNewTopic_ ? ButtonPicture::Load : ButtonPicture::Cancel, buttons);
-  btnCancel_->setObjectName("btnCancel");
-  const int width = std::max({MinimumButtonWidth, btnOk_->sizeHint().width(), btnCancel_->sizeHint().width()});
-  for (GraphicalButton* button : {btnOk_, btnCancel_}) {
+  btnOk = new GraphicalButton("OK", ButtonPicture::Ok, buttons);
+  btnOk->setObjectName("btnOk");
+  btnCancel = new GraphicalButton(forNewTopic_ ? "Load Topic" : "Cancel",
+                                  forNewTopic_ ? ButtonPicture::Load : ButtonPicture::Cancel, buttons);
+  btnCancel->setObjectName("btnCancel");
+  const int width = std::max({MinimumButtonWidth, btnOk->sizeHint().width(), btnCancel->sizeHint().width()});
+  for (GraphicalButton* button : {btnOk, btnCancel}) {
     button->setFixedWidth(width);
     row->addWidget(button);
   }
-  connect(btnOk_, &QAbstractButton::clicked, this, &frmOptions::btnOk_Click);
-  connect(btnCancel_, &QAbstractButton::clicked, this, &frmOptions::btnCancel_Click);
+  connect(btnOk, &QAbstractButton::clicked, this, &frmOptions::btnOk_Click);
+  connect(btnCancel, &QAbstractButton::clicked, this, &frmOptions::btnCancel_Click);
   return buttons;
 }
 
@@ -282,50 +287,50 @@ void frmOptions::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (!filled_) {
     filled_ = true;
-    pFillControls();
-    pInstallHooks();
+    FillControls();
+    InstallHooks();
   }
 }
 
-void frmOptions::pFillControls() {
+void frmOptions::FillControls() {
   const ProgramState& program = Program();
   const TarvelinTopic& topic = *program.Topic;
-  txtTitle_->setText(QString::fromStdString(topic.Name()));
-  txtOptionCount_->setText(QString::number(topic.TotalOptions()));
-  txtAttributeCount_->setText(QString::number(topic.TotalAttributes()));
-  optWeightingType_[topic.InvertWeights() ? 0 : 1]->setChecked(true);
-  chkNormaliseWeights_->setChecked(topic.NormaliseWeights());
-  optRange_[program.DisplayAsDecimal ? 0 : 1]->setChecked(true);
-  chkShowSettingsOnNew_->setChecked(program.ShowSettingsOnNew);
+  txtTitle->setText(QString::fromStdString(topic.Name()));
+  txtOptionCount->setText(QString::number(topic.TotalOptions()));
+  txtAttributeCount->setText(QString::number(topic.TotalAttributes()));
+  optWeightingType[topic.InvertWeights() ? 0 : 1]->setChecked(true);
+  chkNormaliseWeights->setChecked(topic.NormaliseWeights());
+  optRange[program.DisplayAsDecimal ? 0 : 1]->setChecked(true);
+  chkShowSettingsOnNew->setChecked(program.ShowSettingsOnNew);
 }
 
-int16_t frmOptions::pCountOf(const QLineEdit* Field) const {
+int16_t frmOptions::CountOf(const QLineEdit* Field) const {
   const ProgramState& program = Program();
-  const bool options = Field == txtOptionCount_;
+  const bool options = Field == txtOptionCount;
   return CountFromFieldText(Field->text().toStdString(),
                             options ? program.Topic->TotalOptions() : program.Topic->TotalAttributes(),
                             options ? program.MaxOptions : program.MaxAttributes);
 }
 
-std::string frmOptions::pTitleOf() const {
-  return TitleFromFieldText(txtTitle_->text().toStdString(), Program().Topic->Name());
+std::string frmOptions::TitleOf() const {
+  return TitleFromFieldText(txtTitle->text().toStdString(), Program().Topic->Name());
 }
 
 // Shows what a field stands for once it is left, so that the person sees the value OK would apply.
-void frmOptions::pTidyField(QLineEdit* Field) const {
-  const QString tidy = Field == txtTitle_ ? QString::fromStdString(pTitleOf()) : QString::number(pCountOf(Field));
+void frmOptions::TidyField(QLineEdit* Field) const {
+  const QString tidy = Field == txtTitle ? QString::fromStdString(TitleOf()) : QString::number(CountOf(Field));
   if (Field->text() != tidy) {
     Field->setText(tidy);
   }
 }
 
-void frmOptions::pApply() {
+void frmOptions::Apply() {
   ProgramState& program = Program();
   TarvelinTopic& topic = *program.Topic;
-  const std::string title = pTitleOf();
-  const bool invert = optWeightingType_[0]->isChecked();
-  const int16_t options = pCountOf(txtOptionCount_);
-  const int16_t attributes = pCountOf(txtAttributeCount_);
+  const std::string title = TitleOf();
+  const bool invert = optWeightingType[0]->isChecked();
+  const int16_t options = CountOf(txtOptionCount);
+  const int16_t attributes = CountOf(txtAttributeCount);
   const bool countsChanged = options != topic.TotalOptions() || attributes != topic.TotalAttributes();
   // Normalisation and the preferences are not saved with the topic, so changing only them leaves it unchanged.
   if (!program.Modified && (countsChanged || title != topic.Name() || invert != topic.InvertWeights())) {
@@ -335,14 +340,14 @@ void frmOptions::pApply() {
   topic.SetInvertWeights(invert);
   topic.SetTotalOptions(options);
   topic.SetTotalAttributes(attributes);
-  program.DisplayAsDecimal = optRange_[0]->isChecked();
-  topic.SetNormaliseWeights(chkNormaliseWeights_->isChecked());
-  program.ShowSettingsOnNew = chkShowSettingsOnNew_->isChecked();
+  program.DisplayAsDecimal = optRange[0]->isChecked();
+  topic.SetNormaliseWeights(chkNormaliseWeights->isChecked());
+  program.ShowSettingsOnNew = chkShowSettingsOnNew->isChecked();
   outcome_.CountsChanged = countsChanged;
 }
 
 void frmOptions::btnOk_Click() {
-  pApply();
+  Apply();
   outcome_.Result = OptionsOutcome::Result::Applied;
   accept();
 }
@@ -358,7 +363,7 @@ void frmOptions::btnCancel_Click() {
     return;
   }
   if (!isVisible()) {
-    pShowAgain();
+    ShowAgain();
   }
 }
 
@@ -371,17 +376,17 @@ void frmOptions::reject() {
 }
 
 void frmOptions::done(int ResultCode) {
-  pRemoveHooks();
+  RemoveHooks();
   QDialog::done(ResultCode);
 }
 
-void frmOptions::pInstallHooks() {
+void frmOptions::InstallHooks() {
   Program().SettingsDialogHide = [this] { hide(); };
-  Program().SettingsDialogShow = [this] { pShowAgain(); };
+  Program().SettingsDialogShow = [this] { ShowAgain(); };
   hooked_ = true;
 }
 
-void frmOptions::pRemoveHooks() {
+void frmOptions::RemoveHooks() {
   if (hooked_) {
     Program().SettingsDialogHide = nullptr;
     Program().SettingsDialogShow = nullptr;
@@ -389,7 +394,7 @@ void frmOptions::pRemoveHooks() {
   }
 }
 
-void frmOptions::pShowAgain() {
+void frmOptions::ShowAgain() {
   show();
   raise();
   activateWindow();
@@ -406,23 +411,23 @@ bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::FocusOut:
       if (field != nullptr) {
-        pTidyField(field);
+        TidyField(field);
       }
       break;
     case QEvent::MouseButtonRelease: {
       const auto* mouse = static_cast<QMouseEvent*>(event);
       const auto* widget = qobject_cast<QWidget*>(watched);
       if (mouse->button() == Qt::LeftButton && widget != nullptr &&
-          widget->rect().contains(mouse->position().toPoint()) && pLabelClicked(watched)) {
+          widget->rect().contains(mouse->position().toPoint()) && LabelClicked(watched)) {
         return true;
       }
       break;
     }
     case QEvent::Enter:
     case QEvent::Leave: {
-      const auto tab = std::find(lblTabText_.begin(), lblTabText_.end(), watched);
-      if (tab != lblTabText_.end()) {
-        hoveredTab_ = event->type() == QEvent::Enter ? static_cast<int>(tab - lblTabText_.begin()) : -1;
+      const auto tab = std::find(lblTabText.begin(), lblTabText.end(), watched);
+      if (tab != lblTabText.end()) {
+        hoveredTab_ = event->type() == QEvent::Enter ? static_cast<int>(tab - lblTabText.begin()) : -1;
         update();
       }
       break;
@@ -433,10 +438,10 @@ bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
-bool frmOptions::pLabelClicked(QObject* watched) {
-  const auto tab = std::find(lblTabText_.begin(), lblTabText_.end(), watched);
-  if (tab != lblTabText_.end()) {
-    pSelectTab(static_cast<int>(tab - lblTabText_.begin()));
+bool frmOptions::LabelClicked(QObject* watched) {
+  const auto tab = std::find(lblTabText.begin(), lblTabText.end(), watched);
+  if (tab != lblTabText.end()) {
+    SelectTab(static_cast<int>(tab - lblTabText.begin()));
     return true;
   }
   for (const auto& [label, control] : labelTargets_) {
@@ -448,30 +453,30 @@ bool frmOptions::pLabelClicked(QObject* watched) {
   return false;
 }
 
-void frmOptions::pSelectTab(int Index) {
+void frmOptions::SelectTab(int Index) {
   pages_->setCurrentIndex(Index);
   for (int index = 0; index < TabCount; ++index) {
-    QPalette colours = lblTabText_[index]->palette();
+    QPalette colours = lblTabText[index]->palette();
     colours.setColor(QPalette::WindowText, index == Index ? SelectedTabText : UnselectedTabText);
-    lblTabText_[index]->setPalette(colours);
+    lblTabText[index]->setPalette(colours);
   }
   update();
 }
 
-QRect frmOptions::pTabRect(int Index) const {
-  const QLabel* tab = lblTabText_[Index];
+QRect frmOptions::TabRect(int Index) const {
+  const QLabel* tab = lblTabText[Index];
   return QRect(tab->mapTo(this, QPoint(0, 0)), tab->size());
 }
 
-QRect frmOptions::pPanelRect() const {
-  return picPageFrame_->geometry();
+QRect frmOptions::PanelRect() const {
+  return picPageFrame->geometry();
 }
 
-void frmOptions::pPaintTab(QPainter& Painter, int Index) const {
+void frmOptions::PaintTab(QPainter& Painter, int Index) const {
   const bool selected = Index == pages_->currentIndex();
   // The selected tab reaches one pixel further down, over the page's border, so that it opens into the page.
   const QRectF box =
-      QRectF(pTabRect(Index)).adjusted(0.5, selected ? 0.5 : UnselectedTabDrop + 0.5, -0.5, selected ? 1 : 0);
+      QRectF(TabRect(Index)).adjusted(0.5, selected ? 0.5 : UnselectedTabDrop + 0.5, -0.5, selected ? 1 : 0);
   const QPainterPath outline = TabOutline(box);
   const QColor fill = selected               ? ColourFromColorref(Palette::PanelFirst)
                       : Index == hoveredTab_ ? HoveredTabFill
@@ -481,7 +486,7 @@ void frmOptions::pPaintTab(QPainter& Painter, int Index) const {
 }
 
 void frmOptions::paintEvent(QPaintEvent*) {
-  const QRect panel = pPanelRect();
+  const QRect panel = PanelRect();
   const qreal ratio = devicePixelRatioF();
   if (decoration_.isNull() || decoration_.deviceIndependentSize().toSize() != size() ||
       decoration_.devicePixelRatio() != ratio || decorationPanel_ != panel) {
@@ -494,10 +499,10 @@ void frmOptions::paintEvent(QPaintEvent*) {
   const int current = pages_->currentIndex();
   for (int index = 0; index < TabCount; ++index) {
     if (index != current) {
-      pPaintTab(painter, index);
+      PaintTab(painter, index);
     }
   }
-  pPaintTab(painter, current);
+  PaintTab(painter, current);
 }
 
 }  // namespace tarvelin

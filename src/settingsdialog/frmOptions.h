@@ -64,29 +64,29 @@ class frmOptions final : public QDialog {
  private:
   static constexpr int TabCount = 3;
 
-  QWidget* pBuildTabStrip();
-  QWidget* pBuildTopicPage();
-  QWidget* pBuildPreferencesPage();
-  QWidget* pBuildAboutPage();
-  QWidget* pBuildButtonRow();
-  QLabel* pNewLabel(const QString& Name, const QString& Caption, QWidget* Parent);
-  QLabel* pNewHeading(const QString& Caption, QWidget* Parent);
-  QLineEdit* pNewField(const QString& Name, QWidget* Parent);
-  QWidget* pNewChoice(QAbstractButton* Control, const QString& LabelName, const QString& Caption, QWidget* Parent);
+  QWidget* BuildTabStrip();
+  QWidget* BuildTopicPage();
+  QWidget* BuildPreferencesPage();
+  QWidget* BuildAboutPage();
+  QWidget* BuildButtonRow();
+  QLabel* NewLabel(const QString& Name, const QString& Caption, QWidget* Parent);
+  QLabel* NewHeading(const QString& Caption, QWidget* Parent);
+  QLineEdit* NewField(const QString& Name, QWidget* Parent);
+  QWidget* NewChoice(QAbstractButton* Control, const QString& LabelName, const QString& Caption, QWidget* Parent);
 
-  void pFillControls();
-  int16_t pCountOf(const QLineEdit* Field) const;
-  std::string pTitleOf() const;
-  void pTidyField(QLineEdit* Field) const;
-  void pApply();
-  void pInstallHooks();
-  void pRemoveHooks();
-  void pShowAgain();
-  bool pLabelClicked(QObject* watched);
-  void pSelectTab(int Index);
-  QRect pTabRect(int Index) const;
-  QRect pPanelRect() const;
-  void pPaintTab(QPainter& Painter, int Index) const;
+  void FillControls();
+  int16_t CountOf(const QLineEdit* Field) const;
+  std::string TitleOf() const;
+  void TidyField(QLineEdit* Field) const;
+  void Apply();
+  void InstallHooks();
+  void RemoveHooks();
+  void ShowAgain();
+  bool LabelClicked(QObject* watched);
+  void SelectTab(int Index);
+  QRect TabRect(int Index) const;
+  QRect PanelRect() const;
+  void PaintTab(QPainter& Painter, int Index) const;
 
   void btnOk_Click();
   void btnCancel_Click();
@@ -98,20 +98,20 @@ class frmOptions final : public QDialog {
   bool hooked_ = false;
   int hoveredTab_ = -1;
 
-  QWidget* imgTabBackground_ = nullptr;
-  QWidget* picPageFrame_ = nullptr;
+  QWidget* imgTabBackground = nullptr;
+  QWidget* picPageFrame = nullptr;
   QStackedWidget* pages_ = nullptr;
-  std::array<QLabel*, TabCount> lblTabText_{};
+  std::array<QLabel*, TabCount> lblTabText{};
   std::vector<std::pair<const QObject*, QAbstractButton*>> labelTargets_;  // a label and the control it clicks
-  QLineEdit* txtTitle_ = nullptr;
-  QLineEdit* txtOptionCount_ = nullptr;
-  QLineEdit* txtAttributeCount_ = nullptr;
-  std::array<QRadioButton*, 2> optWeightingType_{};
-  QCheckBox* chkNormaliseWeights_ = nullptr;
-  std::array<QRadioButton*, 2> optRange_{};
-  QCheckBox* chkShowSettingsOnNew_ = nullptr;
-  GraphicalButton* btnOk_ = nullptr;
-  GraphicalButton* btnCancel_ = nullptr;
+  QLineEdit* txtTitle = nullptr;
+  QLineEdit* txtOptionCount = nullptr;
+  QLineEdit* txtAttributeCount = nullptr;
+  std::array<QRadioButton*, 2> optWeightingType{};
+  QCheckBox* chkNormaliseWeights = nullptr;
+  std::array<QRadioButton*, 2> optRange{};
+  QCheckBox* chkShowSettingsOnNew = nullptr;
+  GraphicalButton* btnOk = nullptr;
+  GraphicalButton* btnCancel = nullptr;
 
   // The background and page panel, redrawn only when their geometry changes.
   QImage decoration_;

@@ -20,6 +20,16 @@ constexpr const char* TopicFileExtension = "tvt";
 constexpr const char* TopicFileType = "TVT";
 constexpr int16_t MostOptions = 10;
 constexpr int16_t MostAttributes = 10;
+constexpr const char* UsageText =
+    "Usage: tarvelin [FILE.tvt]\n"
+    "       tarvelin /uninstall\n"
+    "\n"
+    "Tarvelin weighs the options of a decision against its attributes and shows which scores best.\n"
+    "\n"
+    "  FILE.tvt     open this topic file (the extension in lower case)\n"
+    "  /uninstall   ask, then remove Tarvelin's settings, and end\n"
+    "  --help       print this help and end\n"
+    "  --version    print the version and end\n";
 
 void Warn(const std::string& Text) {
   Program().UI->ShowMessage(Text, MsgButtons::OK, MsgIcon::Exclamation, Program().AppTitle);
@@ -31,9 +41,24 @@ std::string ExtensionOf(std::string_view Name) {
   return dot == std::string_view::npos ? std::string() : std::string(Name.substr(dot + 1));
 }
 
-bool Exists(const std::string& Name) {
+// Only a file counts, as a directory listing of the name would show: a folder, a device or a pipe given
+// as a topic is refused before the reader could block on it or fail less clearly.
+bool IsExistingFile(const std::string& Name) {
   std::error_code error;
-  return std::filesystem::exists(Name, error);
+  return std::filesystem::is_regular_file(Name, error);
+}
+
+// A file manager passes absolute paths but a terminal passes names as typed, meant from the current folder
+// rather than the program's folder that the reader would resolve them against.
+std::string FromCurrentFolder(const std::string& Name) {
+  if constexpr (NativePathStyle == PathStyle::Posix) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(Name, error);
+    if (!error) {
+      return absolute.lexically_normal().string();
+    }
+  }
+  return Name;
 }
 
 // Asks first; either way the program then ends without a window.
@@ -73,18 +98,32 @@ void InterpretCommandLine(const std::vector<std::string>& Arguments) {
     return;
   }
   const std::string& argument = Arguments.front();
+  const std::string file = FromCurrentFolder(argument);
   if (LowerCase(argument) == UninstallSwitch) {
     state.UninstallRequested = true;
   } else if (!IsValidFileName(argument, true)) {
     Warn("Invalid filename: " + argument);
-  } else if (!Exists(argument)) {
+  } else if (!IsExistingFile(file)) {
     Warn("File does not exist: " + argument);
   } else if (ExtensionOf(argument) != TopicFileExtension) {  // case-sensitive: "x.TVT" is refused
     Warn("Unrecognised file type: " + argument);
   } else {
-    state.FileToOpen = argument;
+    state.FileToOpen = file;
     state.FileTypeToOpen = TopicFileType;
   }
+}
+
+std::optional<std::string> CommandLineInformation(const std::vector<std::string>& Arguments) {
+  if (Arguments.size() != 1) {
+    return std::nullopt;
+  }
+  if (Arguments.front() == "--version") {
+    return std::string(ProductTitle) + " " + TARVELIN_VERSION + "\n";
+  }
+  if (Arguments.front() == "--help") {
+    return UsageText;
+  }
+  return std::nullopt;
 }
 
 bool StartUp(const std::vector<std::string>& Arguments) {

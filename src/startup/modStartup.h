@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,8 +39,14 @@ ProgramState& Program();
 void SetModified();
 
 // Arguments without the program name. Accepts nothing, "/uninstall" in any case, or one existing file
-// whose extension is exactly "tvt"; anything else is reported in a warning box and leaves nothing set.
+// whose extension is exactly "tvt"; anything else is reported in a warning box, with the argument as
+// given, and leaves nothing set. On POSIX a relative file name is taken from the current folder, and the
+// file to open is its absolute path.
 void InterpretCommandLine(const std::vector<std::string>& Arguments);
+
+// The text that "--help" or "--version", given as the only argument, prints on standard output before the
+// program ends without a window; nothing for any other command line. Needs no window system.
+std::optional<std::string> CommandLineInformation(const std::vector<std::string>& Arguments);
 
 // Reads the settings, interprets the command line, handles /uninstall and creates the live topic.
 // False when the program ends without a window.

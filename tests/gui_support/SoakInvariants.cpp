@@ -8,11 +8,13 @@
 #include <cmath>
 #include <set>
 
-#include "mainwindow/ctlSlider.h"
+#include "mainwindow/LabelEditor.h"
+#include "mainwindow/ViewToggles.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/modDisplay.h"
 #include "startup/modStartup.h"
 #include "util/libmodGenericTextFunctions.h"
+#include "widgets/ctlSlider.h"
 
 namespace tarvelin::testing {
 
@@ -207,14 +209,14 @@ class Checker {
     const int attributes = topic_.TotalAttributes();
     if (window_.isVisible() && !window_.isMinimized()) {
       for (const char* array : {"lblScoreTitle", "lblScore", "sliderScore"}) {
-        CheckShown(array, options, window_.ShowScores());
+        CheckShown(array, options, window_.Toggles().ShowScores());
       }
       for (const char* array : {"lblAttribute", "lblWeighting", "sliderWeighting"}) {
-        CheckShown(array, attributes, window_.ShowWeightings());
+        CheckShown(array, attributes, window_.Toggles().ShowWeightings());
       }
-      CheckShown("lblOption", options, window_.ShowRatings());
+      CheckShown("lblOption", options, window_.Toggles().ShowRatings());
       for (const char* array : {"lblRating", "sliderRating"}) {
-        CheckShown(array, options * attributes, window_.ShowRatings());
+        CheckShown(array, options * attributes, window_.Toggles().ShowRatings());
       }
     }
     CheckAddButton("btnAddAttribute", attributes, Program().MaxAttributes);
@@ -229,7 +231,7 @@ class Checker {
     if (editBox == nullptr || !editBox->isVisible()) {
       return;
     }
-    const QLabel* editing = window_.EditingLabel();
+    const QLabel* editing = window_.Editor().EditingLabel();
     bool live = false;
     for (QWidget* control : controls_) {
       live = live || control == editing;

@@ -7,6 +7,8 @@
 #include "files/modLoadSave.h"
 #include "gui_support/GuiTestRegistry.h"
 #include "gui_support/MainWindowFixture.h"
+#include "mainwindow/LabelEditor.h"
+#include "mainwindow/WindowDecoration.h"
 
 using namespace tarvelin;
 
@@ -57,7 +59,7 @@ class frmMainCommandsTest final : public QObject {
     QCOMPARE(Dialogs().Messages.size(), size_t{1});  // the committed value made the old topic worth saving
     QCOMPARE(Program().Topic->TotalOptions(), int16_t{2});
     QVERIFY(!EditBox()->isVisible());
-    QVERIFY(f_->Window->EditingLabel() == nullptr);
+    QVERIFY(f_->Window->Editor().EditingLabel() == nullptr);
   }
 
   void aShortcutSavesTheValueBeingTyped() {
@@ -116,12 +118,12 @@ class frmMainCommandsTest final : public QObject {
     // Where the buttons stood, the capture shows the bare decoration.
     for (const char* name : {"btnSave", "btnSettings", "btnToggleScore", "btnToggleRatings"}) {
       const QPoint centre = f_->Find(name)->geometry().center();
-      QCOMPARE(picture.pixel(centre * ratio), f_->Window->PersistentImage().pixel(centre * ratio));
+      QCOMPARE(picture.pixel(centre * ratio), f_->Window->Decoration().PersistentImage().pixel(centre * ratio));
       QVERIFY(f_->Find(name)->isVisible());
     }
     QCOMPARE(f_->Find("lblWeightings")->pos(), headingBefore);
     QCOMPARE(EditBox()->text(), QString("0.3"));
-    QCOMPARE(f_->Window->EditingLabel(), f_->Find<QLabel>("lblWeighting_1"));
+    QCOMPARE(f_->Window->Editor().EditingLabel(), f_->Find<QLabel>("lblWeighting_1"));
   }
 };
 

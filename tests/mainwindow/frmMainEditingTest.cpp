@@ -6,6 +6,7 @@
 
 #include "gui_support/GuiTestRegistry.h"
 #include "gui_support/MainWindowFixture.h"
+#include "mainwindow/LabelEditor.h"
 #include "mainwindow/modLabelEditing.h"
 
 using namespace tarvelin;
@@ -20,7 +21,7 @@ class frmMainEditingTest final : public QObject {
   QLabel* Label(const QString& Name) { return f_->Find<QLabel>(Name); }
   QLineEdit* EditBox() { return f_->Find<QLineEdit>("txtEditBox"); }
   TarvelinTopic& Topic() { return *Program().Topic; }
-  QLabel* Editing() { return f_->Window->EditingLabel(); }
+  QLabel* Editing() { return f_->Window->Editor().EditingLabel(); }
 
   void Open(const QString& Name) {
     QTest::mouseClick(Label(Name), Qt::LeftButton);

@@ -18,8 +18,8 @@
 #include "gui_support/SoakActions.h"
 #include "gui_support/SoakInvariants.h"
 #include "gui_support/TestRows.h"
-#include "mainwindow/ctlSlider.h"
 #include "support/TempFolder.h"
+#include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 using testing::MainWindowFixture;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "startup/RegistryTestFolder.h"
 #include "startup/cRegistry_Wrapper.h"
 #include "startup/modSettings.h"
@@ -16,21 +18,28 @@ using testing::ScopedScriptedDialogs;
 
 struct CommandLine {
   const char* Case;
-  std::vector<std::string> Arguments;  // "@" stands for a folder holding the test files
+  std::vector<std::string> Arguments;  // "@" stands for the test files' folder, which is the current folder
   std::string Warning;                 // shown with the argument as given; empty for none
-  bool Opens = false;
+  std::string Opens = "";              // the file to open; empty for none
   bool Uninstall = false;
 };
 
 class modStartupCommandLine : public ::testing::TestWithParam<CommandLine> {
  protected:
   void SetUp() override {
-    for (const char* name : {"topic.tvt", "with blank.tvt", "UPPER.TVT", "nodot", "odd?.tvt"}) {
+    for (const char* name : {"topic.tvt", "with blank.tvt", "UPPER.TVT", "nodot", "odd?.tvt", "line\nbreak.tvt"}) {
       testing::WriteBytes(folder_.File(name), "");
     }
+    std::filesystem::create_directory(folder_.File("folder.tvt"));
+    std::filesystem::current_path(folder_.Path());
   }
-  std::string Expand(const std::string& Argument) const { return ReplaceAll(Argument, "@", folder_.Path().string()); }
+  void TearDown() override { std::filesystem::current_path(startFolder_); }
+  // The current folder as the system reports it, links resolved, since relative names are made absolute from it.
+  std::string Expand(const std::string& Argument) const {
+    return ReplaceAll(Argument, "@", std::filesystem::canonical(folder_.Path()).string());
+  }
 
+  const std::filesystem::path startFolder_ = std::filesystem::current_path();
   testing::TempFolder folder_;
 };
 
@@ -45,8 +54,8 @@ TEST_P(modStartupCommandLine, IsInterpretedAndReported) {
 
   const ProgramState& state = Program();
   EXPECT_EQ(state.UninstallRequested, GetParam().Uninstall);
-  EXPECT_EQ(state.FileToOpen, GetParam().Opens ? arguments.front() : "");
-  EXPECT_EQ(state.FileTypeToOpen, GetParam().Opens ? "TVT" : "");
+  EXPECT_EQ(state.FileToOpen, Expand(GetParam().Opens));
+  EXPECT_EQ(state.FileTypeToOpen, GetParam().Opens.empty() ? "" : "TVT");
   if (GetParam().Warning.empty()) {
     EXPECT_TRUE(dialogs->Messages.empty());
   } else {
@@ -59,17 +68,31 @@ TEST_P(modStartupCommandLine, IsInterpretedAndReported) {
 
 INSTANTIATE_TEST_SUITE_P(
     Arguments, modStartupCommandLine,
-    ::testing::Values(CommandLine{"Nothing", {}, ""}, CommandLine{"TopicFile", {"@/topic.tvt"}, "", true},
-                      CommandLine{"PathWithBlank", {"@/with blank.tvt"}, "", true},
-                      CommandLine{"SwitchInMixedCase", {"/UnInstall"}, "", false, true},
+    ::testing::Values(CommandLine{"Nothing", {}, ""}, CommandLine{"TopicFile", {"@/topic.tvt"}, "", "@/topic.tvt"},
+                      CommandLine{"PathWithBlank", {"@/with blank.tvt"}, "", "@/with blank.tvt"},
+                      CommandLine{"NameWithANewLine", {"line\nbreak.tvt"}, "", "@/line\nbreak.tvt"},
+                      CommandLine{"RelativeToTheCurrentFolder", {"./topic.tvt"}, "", "@/topic.tvt"},
+                      CommandLine{"RelativeAndMissing", {"missing.tvt"}, "File does not exist: missing.tvt"},
+                      CommandLine{"Folder", {"folder.tvt"}, "File does not exist: folder.tvt"},
+                      CommandLine{"SwitchInMixedCase", {"/UnInstall"}, "", "", true},
                       CommandLine{"SwitchAndAWord", {"/uninstall", "now"}, "Invalid number of command line arguments!"},
                       CommandLine{"PrintVerb", {"/p", "@/topic.tvt"}, "Invalid number of command line arguments!"},
                       CommandLine{"UpperCaseExtension", {"@/UPPER.TVT"}, "Unrecognised file type: @/UPPER.TVT"},
-                      CommandLine{"NoDot", {"@/nodot"}, "Unrecognised file type: @/nodot"},
+                      CommandLine{"NoDot", {"nodot"}, "Unrecognised file type: nodot"},
                       CommandLine{"QuestionMarkBeforeExistence", {"@/odd?.tvt"}, "Invalid filename: @/odd?.tvt"},
                       CommandLine{"Missing", {"@/missing.tvt"}, "File does not exist: @/missing.tvt"},
-                      CommandLine{"OtherSwitch", {"/n"}, "File does not exist: /n"}),
+                      CommandLine{"OtherSwitch", {"/n"}, "File does not exist: /n"},
+                      CommandLine{"UnknownLongSwitch", {"--frobnicate"}, "File does not exist: --frobnicate"}),
     [](const auto& Info) { return std::string(Info.param.Case); });
+
+TEST(modStartupInformation, AnswersHelpAndVersionAloneAndNothingElse) {
+  EXPECT_EQ(CommandLineInformation({"--version"}), "Tarvelin " TARVELIN_VERSION "\n");
+  EXPECT_TRUE(CommandLineInformation({"--help"}).value_or("").starts_with("Usage: tarvelin"));
+  for (const std::vector<std::string>& others :
+       {std::vector<std::string>{}, {"--VERSION"}, {"-h"}, {"--version", "now"}, {"topic.tvt"}}) {
+    EXPECT_EQ(CommandLineInformation(others), std::nullopt) << others.size();
+  }
+}
 
 TEST(modStartupArguments, WindowsCommandLineLosesTheProgramNameAndKeepsQuotedBlanks) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {

@@ -1,0 +1,234 @@
+#include "widgets/ctlSlider.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "widgets/AccessibleSlider.h"
+#include "widgets/Palette.h"
+
+namespace tarvelin {
+
+namespace {
+
+constexpr int MinimumPosition = 0;
+constexpr int MaximumPosition = 100;
+constexpr int PageStep = 10;
+constexpr int WheelNotch = 120;  // angle units of one wheel notch
+constexpr int PreferredHeight = 18;
+
+// Outlines are drawn as a fill under a smaller fill: stroking a rounded shape costs many times more.
+constexpr double ThumbRadius = 7.0;
+constexpr double ThumbRing = 1.5;
+constexpr double FocusHaloRadius = 9.0;
+constexpr int EditableInset = 9;  // room for the focus halo at both ends
+constexpr double EditableTrackHeight = 6.0;
+constexpr double ReadOnlyTrackHeight = 10.0;
+
+const QColor TrackFill(255, 255, 255);
+const QColor TrackBorder(134, 149, 156, 170);
+const QColor DisabledBar(184, 190, 196);
+
+// The position a key moves the slider to, or nothing when the key is not the slider's.
+std::optional<int> KeyTarget(int Key, int Value) {
+  switch (Key) {
+    case Qt::Key_Left:
+    case Qt::Key_Down:
+      return Value - 1;
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+      return Value + 1;
+    case Qt::Key_PageDown:
+      return Value - PageStep;
+    case Qt::Key_PageUp:
+      return Value + PageStep;
+    case Qt::Key_Home:
+      return MinimumPosition;
+    case Qt::Key_End:
+      return MaximumPosition;
+    default:
+      return std::nullopt;
+  }
+}
+
+QColor Blend(const QColor& From, const QColor& To, double Amount) {
+  const auto mix = [Amount](int A, int B) { return static_cast<int>(std::lround(A + (B - A) * Amount)); };
+  return QColor(mix(From.red(), To.red()), mix(From.green(), To.green()), mix(From.blue(), To.blue()));
+}
+
+}  // namespace
+
+ctlSlider::ctlSlider(QWidget* parent) : QWidget(parent) {
+  AccessibleSlider::Install();
+  setFocusPolicy(Qt::ClickFocus);
+  setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void ctlSlider::SetValue(int Value) {
+  pApplyValue(Value);
+}
+
+void ctlSlider::SetBarColour(uint32_t Colour) {
+  if (Colour != barColour_) {
+    barColour_ = Colour;
+    update();
+  }
+}
+
+void ctlSlider::SetReadOnly(bool ReadOnly) {
+  if (ReadOnly == readOnly_) {
+    return;
+  }
+  readOnly_ = ReadOnly;
+  dragging_ = false;
+  setFocusPolicy(ReadOnly ? Qt::NoFocus : Qt::ClickFocus);
+  if (ReadOnly && hasFocus()) {
+    clearFocus();
+  }
+  update();
+}
+
+int ctlSlider::TrackInset() const {
+  return readOnly_ ? 0 : EditableInset;
+}
+
+QSize ctlSlider::sizeHint() const {
+  return {120, PreferredHeight};
+}
+
+QSize ctlSlider::minimumSizeHint() const {
+  return {2 * EditableInset + 20, PreferredHeight};
+}
+
+bool ctlSlider::pApplyValue(int Value) {
+  const int clamped = std::clamp(Value, MinimumPosition, MaximumPosition);
+  if (clamped == value_) {
+    return false;
+  }
+  value_ = clamped;
+  update();
+  QAccessibleValueChangeEvent changed(this, value_);
+  QAccessible::updateAccessibility(&changed);
+  emit Change();
+  return true;
+}
+
+void ctlSlider::pMoveByUser(int Value) {
+  if (pApplyValue(Value)) {
+    emit Scroll();
+  }
+}
+
+int ctlSlider::pValueAt(double X) const {
+  const int inset = TrackInset();
+  const double span = std::max(1, width() - 2 * inset);
+  const auto position = std::lround((X - inset) * MaximumPosition / span);
+  return static_cast<int>(std::clamp<long>(position, MinimumPosition, MaximumPosition));
+}
+
+QRectF ctlSlider::pTrackRect() const {
+  const double trackHeight = readOnly_ ? ReadOnlyTrackHeight : EditableTrackHeight;
+  const double inset = TrackInset();
+  return {inset, (height() - trackHeight) / 2, std::max(0.0, width() - 2 * inset), trackHeight};
+}
+
+void ctlSlider::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const QRectF track = pTrackRect();
+  const double radius = track.height() / 2;
+  const double fillEnd = track.left() + track.width() * value_ / MaximumPosition;
+  const QColor bar = isEnabled() ? ColourFromColorref(barColour_) : DisabledBar;
+
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(TrackBorder);
+  painter.drawRoundedRect(track, radius, radius);
+  painter.setBrush(TrackFill);
+  painter.drawRoundedRect(track.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
+
+  if (value_ > MinimumPosition) {
+    painter.save();
+    painter.setClipRect(QRectF(track.left(), track.top(), fillEnd - track.left(), track.height()));
+    painter.setBrush(bar);
+    painter.drawRoundedRect(track, radius, radius);
+    painter.restore();
+  }
+  if (!readOnly_) {
+    pPaintThumb(painter, QPointF(fillEnd, track.center().y()), bar);
+  }
+}
+
+void ctlSlider::pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar) const {
+  if (hasFocus()) {
+    QColor halo = Bar;
+    halo.setAlpha(80);
+    Painter.setBrush(halo);
+    Painter.drawEllipse(Centre, FocusHaloRadius, FocusHaloRadius);
+  }
+  const bool lit = isEnabled() && (dragging_ || underMouse());
+  Painter.setBrush(Bar.darker(dragging_ ? 135 : 115));
+  Painter.drawEllipse(Centre, ThumbRadius, ThumbRadius);
+  Painter.setBrush(lit ? Blend(Qt::white, Bar, 0.2) : QColor(Qt::white));
+  Painter.drawEllipse(Centre, ThumbRadius - ThumbRing, ThumbRadius - ThumbRing);
+}
+
+void ctlSlider::mousePressEvent(QMouseEvent* event) {
+  if (readOnly_ || event->button() != Qt::LeftButton) {
+    event->ignore();
+    return;
+  }
+  dragging_ = true;
+  update();
+  emit DragStarted();
+  pMoveByUser(pValueAt(event->position().x()));
+}
+
+void ctlSlider::mouseMoveEvent(QMouseEvent* event) {
+  if (!dragging_) {
+    event->ignore();
+    return;
+  }
+  pMoveByUser(pValueAt(event->position().x()));
+}
+
+void ctlSlider::mouseReleaseEvent(QMouseEvent* event) {
+  if (!dragging_ || event->button() != Qt::LeftButton) {
+    event->ignore();
+    return;
+  }
+  dragging_ = false;
+  update();
+  emit DragEnded();
+}
+
+void ctlSlider::wheelEvent(QWheelEvent* event) {
+  if (readOnly_) {
+    event->ignore();
+    return;
+  }
+  const QPoint delta = event->angleDelta();
+  wheelRemainder_ += delta.y() != 0 ? delta.y() : delta.x();
+  const int steps = wheelRemainder_ / WheelNotch;
+  wheelRemainder_ %= WheelNotch;
+  if (steps != 0) {
+    pMoveByUser(value_ + steps);
+  }
+  event->accept();
+}
+
+void ctlSlider::keyPressEvent(QKeyEvent* event) {
+  const std::optional<int> target = readOnly_ ? std::nullopt : KeyTarget(event->key(), value_);
+  if (!target) {
+    event->ignore();
+    return;
+  }
+  pMoveByUser(*target);
+}
+
+}  // namespace tarvelin

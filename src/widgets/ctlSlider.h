@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+
+#include "widgets/Palette.h"
+
+namespace tarvelin {
+
+// A horizontal slider whose position runs from 0 to 100. The track is filled up to the position in the bar
+// colour; an editable slider also shows a thumb, a read-only one (a score bar) only the filled bar.
+// Change is emitted on every change of the position, whether the user or the program made it; Scroll only
+// when the user moved the slider (mouse, wheel or keys), always after the Change of the same movement.
+// DragStarted and DragEnded bracket a drag with the mouse, so that it can be taken as one edit.
+class ctlSlider final : public QWidget {
+  Q_OBJECT
+  Q_DISABLE_COPY_MOVE(ctlSlider)
+
+ public:
+  explicit ctlSlider(QWidget* parent = nullptr);
+
+  int Value() const { return value_; }
+  void SetValue(int Value);  // clamped to 0..100
+
+  uint32_t BarColour() const { return barColour_; }  // 0x00BBGGRR
+  void SetBarColour(uint32_t Colour);
+
+  // A read-only slider ignores the mouse, the wheel and the keys and never takes the focus.
+  bool ReadOnly() const { return readOnly_; }
+  void SetReadOnly(bool ReadOnly);
+
+  // The value as the window shows it ("0.700", "70%"), for screen readers.
+  const QString& ValueText() const { return valueText_; }
+  void SetValueText(const QString& Text) { valueText_ = Text; }
+
+  // Pixels between each edge of the widget and the end of the track (positions 0 and 100).
+  int TrackInset() const;
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ signals:
+  void Change();
+  void Scroll();
+  void DragStarted();
+  void DragEnded();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  friend class AccessibleSlider;  // moves the slider as the person would
+
+  bool pApplyValue(int Value);
+  void pMoveByUser(int Value);
+  int pValueAt(double X) const;
+  QRectF pTrackRect() const;
+  void pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar) const;
+
+  int value_ = 0;
+  uint32_t barColour_ = Palette::OtherBar;
+  bool readOnly_ = false;
+  bool dragging_ = false;
+  int wheelRemainder_ = 0;  // angle units not yet turned into a step
+  QString valueText_;
+};
+
+}  // namespace tarvelin

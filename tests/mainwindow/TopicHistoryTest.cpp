@@ -1,0 +1,299 @@
+#include <QTest>
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "files/modLoadSave.h"
+#include "gui_support/GuiTestRegistry.h"
+#include "mainwindow/TopicHistory.h"
+#include "startup/modStartup.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TempFolder.h"
+
+using namespace tarvelin;
+
+namespace {
+
+TarvelinTopic& Live() {
+  return *Program().Topic;
+}
+
+// An edit as the window makes it: the change, the modified flag, then the history.
+void Edit(TopicHistory& History, double Weighting, int MergeKey = TopicHistory::NoMerge) {
+  Live().SetWeighting(0, Weighting);
+  SetModified();
+  History.Record(MergeKey);
+}
+
+int UndoAll(TopicHistory& History) {
+  int steps = 0;
+  for (; History.CanUndo(); ++steps) {
+    History.Undo();
+  }
+  return steps;
+}
+
+// What the history must hold: the topic after every step, oldest first, and where undo and redo stand.
+struct ExpectedHistory {
+  std::vector<TarvelinTopic> States;
+  std::size_t Position = 0;
+  int RunKey = TopicHistory::NoMerge;
+  bool RunHasStep = false;
+
+  void Record(int MergeKey) {
+    if (MergeKey != RunKey || MergeKey == TopicHistory::NoMerge) {
+      RunKey = MergeKey;
+      RunHasStep = false;
+    }
+    if (RunHasStep) {
+      States.back() = Live();
+      if (States.back() == States[Position - 1]) {
+        States.pop_back();
+        --Position;
+        RunHasStep = false;
+      }
+    } else if (Live() != States[Position]) {
+      States.resize(++Position);
+      States.push_back(Live());
+      RunHasStep = MergeKey != TopicHistory::NoMerge;
+    }
+  }
+  void Move(bool Undo) {
+    Undo ? --Position : ++Position;
+    RunKey = TopicHistory::NoMerge;
+  }
+};
+
+// Edits the topic at random as the window's sliders, labels and settings dialog would, and counts the edits.
+class RandomEditor {
+ public:
+  explicit RandomEditor(unsigned Seed) : random_(Seed) {}
+  int Edits = 0;
+
+  int Pick(int Low, int High) { return std::uniform_int_distribution<int>(Low, High)(random_); }
+  bool Chance(double Probability) { return std::bernoulli_distribution(Probability)(random_); }
+  // A slider as a key: 0 to 99 a rating, 100 and up a weighting.
+  int PickSlider() {
+    return Chance(0.3) ? 100 + Pick(0, Live().TotalAttributes() - 1)
+                       : Pick(0, Live().TotalOptions() - 1) * 10 + Pick(0, Live().TotalAttributes() - 1);
+  }
+  void MoveSlider(int Slider, double Value) {
+    ++Edits;
+    if (Slider >= 100) {
+      Live().SetWeighting(static_cast<int16_t>(Slider - 100), Value);
+    } else {
+      Live().SetRating(static_cast<int16_t>(Slider / 10), static_cast<int16_t>(Slider % 10), Value);
+    }
+  }
+  void Drag(int Slider) {
+    for (int moves = Pick(5, 60); moves > 0; --moves) {
+      MoveSlider(Slider, Chance(0.5) ? Pick(0, 100) / 100.0 : std::uniform_real_distribution<double>()(random_));
+    }
+  }
+  void KeyStep(int Slider) {
+    const double shown = Slider >= 100
+                             ? Live().GetWeighting(static_cast<int16_t>(Slider - 100))
+                             : Live().GetRating(static_cast<int16_t>(Slider / 10), static_cast<int16_t>(Slider % 10));
+    MoveSlider(Slider, std::clamp(std::round(shown * 100) + (Chance(0.5) ? 1 : -1), 0.0, 100.0) / 100);
+  }
+  // A rename, an added or deleted row or a setting, as the label editor or the settings dialog makes it.
+  void OtherEdit() {
+    ++Edits;
+    TarvelinTopic& t = Live();
+    const std::string name = std::vector<std::string>{"", "Price", "Size; big", "Ääni"}[Pick(0, 3)];
+    const auto option = [&] { return static_cast<int16_t>(Pick(0, t.TotalOptions() - 1)); };
+    const auto attribute = [&] { return static_cast<int16_t>(Pick(0, t.TotalAttributes() - 1)); };
+    const std::function<void()> edits[] = {
+        [&] { t.SetName(name); },
+        [&] { t.SetDescription(name); },
+        [&] { t.SetOptionName(option(), name); },
+        [&] { t.SetAttributeName(attribute(), name); },
+        [&] { t.TotalOptions() < 10 ? t.AddOption(name) : t.DeleteOption(option()); },
+        [&] { t.TotalAttributes() < 10 ? t.AddAttribute(name) : t.DeleteAttribute(attribute()); },
+        [&] { t.DeleteOption(option()); },
+        [&] { t.DeleteAttribute(attribute()); },
+        [&] { t.SetNormaliseWeights(!t.NormaliseWeights()); },
+        [&] { t.SetInvertWeights(!t.InvertWeights()); },
+        [&] { t.SetRounding(static_cast<int16_t>(Pick(-1, 4))); },
+        [&] { t.SetTotalOptions(static_cast<int16_t>(Pick(1, 10))); },
+        [&] { t.SetTotalAttributes(static_cast<int16_t>(Pick(1, 10))); },
+    };
+    edits[Pick(0, static_cast<int>(std::size(edits)) - 1)]();
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+std::string SavedFile(const TarvelinTopic& Topic) {
+  const testing::TempFolder folder;
+  const std::string file = folder.File("topic.tvt");
+  return SaveTopicFile(file, Topic) ? testing::ReadBytes(file) : std::string();
+}
+
+}  // namespace
+
+// The undo history over the live topic, without a window.
+class TopicHistoryTest final : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    Program().Topic = std::make_unique<TarvelinTopic>();
+    Live().SetTotalAttributes(2);
+    Program().Modified = false;
+    Program().IsLoading = false;
+  }
+
+  void randomScriptUndoesAndRedoesToTheExactTopics() {
+    testing::ScopedScriptedDialogs dialogs;
+    Live().SetTotalOptions(4);
+    Live().SetTotalAttributes(4);
+    std::vector<bool> shownCountChanges;
+    TopicHistory history([&](bool CountsChanged) { shownCountChanges.push_back(CountsChanged); });
+    ExpectedHistory expected{{Live()}};
+    const std::string firstFile = SavedFile(Live());
+    RandomEditor editor(20261123);
+    while (editor.Edits < 10000) {
+      const int action = editor.Pick(0, 19);
+      if (action < 7 || action == 19) {
+        history.BeginStep();
+        for (int edits = action == 19 ? editor.Pick(1, 4) : 1; edits > 0; --edits) {
+          action == 19 ? editor.OtherEdit() : editor.Drag(editor.PickSlider());
+          history.Record();
+        }
+        history.EndStep();
+        expected.Record(TopicHistory::NoMerge);
+      } else if (action < 11) {
+        const int slider = editor.PickSlider();
+        for (int presses = editor.Pick(1, 10); presses > 0; --presses) {
+          editor.KeyStep(slider);
+          history.Record(slider + 1);
+          expected.Record(slider + 1);
+        }
+      } else if (action < 17) {
+        editor.OtherEdit();
+        history.Record();
+        expected.Record(TopicHistory::NoMerge);
+      } else {
+        const bool undo = action == 17;
+        for (int steps = editor.Pick(1, 3); steps > 0 && (undo ? history.CanUndo() : history.CanRedo()); --steps) {
+          undo ? history.Undo() : history.Redo();
+          expected.Move(undo);
+        }
+      }
+      QVERIFY(Live() == expected.States[expected.Position]);
+    }
+    QVERIFY2(expected.States.size() <= std::size_t{TopicHistory::StepLimit} + 1, "the script must fit the history");
+    const std::string lastFile = SavedFile(Live());
+
+    const std::size_t steps = expected.Position;
+    shownCountChanges.clear();
+    for (std::size_t step = steps; step > 0; --step) {
+      history.Undo();
+      QVERIFY(Live() == expected.States[step - 1]);
+      QCOMPARE(shownCountChanges.back(), expected.States[step].TotalOptions() != Live().TotalOptions() ||
+                                             expected.States[step].TotalAttributes() != Live().TotalAttributes());
+    }
+    QVERIFY(!history.CanUndo());
+    QCOMPARE(SavedFile(Live()), firstFile);
+    while (history.CanRedo()) {
+      history.Redo();
+    }
+    QCOMPARE(shownCountChanges.size(), 2 * steps);
+    QVERIFY(Live() == expected.States.back());
+    QCOMPARE(SavedFile(Live()), lastFile);
+  }
+
+  void modifiedFlagIsClearOnlyAtTheLastSave_data() {
+    QTest::addColumn<bool>("modifiedAtStart");
+    QTest::newRow("fresh topic") << false;
+    QTest::newRow("imported topic, never saved") << true;
+  }
+  void modifiedFlagIsClearOnlyAtTheLastSave() {
+    QFETCH(bool, modifiedAtStart);
+    Program().Modified = modifiedAtStart;
+    TopicHistory history(nullptr);
+    Edit(history, 0.1);
+    history.Undo();
+    QCOMPARE(Program().Modified, modifiedAtStart);
+    history.Redo();
+    QVERIFY(Program().Modified);
+
+    history.MarkSaved();
+    Program().Modified = false;
+    Edit(history, 0.2);
+    const std::vector<std::pair<bool, bool>> undoThenModified = {
+        {true, false}, {true, true}, {false, false}, {false, true}};
+    for (const auto& [undo, modified] : undoThenModified) {
+      undo ? history.Undo() : history.Redo();
+      QCOMPARE(Program().Modified, modified);
+    }
+    // Branching off before the save leaves no way back to it, even at the same depth.
+    UndoAll(history);
+    Edit(history, 0.3);
+    history.Undo();
+    history.Redo();
+    QVERIFY(Program().Modified);
+  }
+
+  void keyboardRunOnOneSliderIsOneStep() {
+    TopicHistory history(nullptr);
+    Edit(history, 0.1, 1);
+    Edit(history, 0.2, 1);
+    Edit(history, 0.3, 1);
+    QCOMPARE(UndoAll(history), 1);
+    QCOMPARE(Live().GetWeighting(0), 0.5);
+    history.Redo();
+    // An undo or redo, another slider or another edit each end the run.
+    Edit(history, 0.4, 1);
+    Edit(history, 0.5, 2);
+    Edit(history, 0.6, 1);
+    Edit(history, 0.7);
+    Edit(history, 0.8, 1);
+    QCOMPARE(UndoAll(history), 6);
+
+    history.Clear();
+    Edit(history, 0.6, 1);
+    Edit(history, 0.5, 1);
+    QVERIFY2(!history.CanUndo(), "a run back to its start leaves no step");
+  }
+
+  void bracketedEditsAreOneStep() {
+    TopicHistory history(nullptr);
+    history.EndStep();
+    history.BeginStep();
+    Edit(history, 0.1);
+    history.BeginStep();
+    Edit(history, 0.2);
+    history.EndStep();
+    Edit(history, 0.3);
+    history.EndStep();
+    history.BeginStep();
+    Edit(history, 0.9);
+    QVERIFY(!history.CanUndo());
+    Edit(history, 0.3);
+    history.EndStep();
+    QCOMPARE(UndoAll(history), 1);
+    QCOMPARE(Live().GetWeighting(0), 0.5);
+  }
+
+  void historyKeepsTheLatestSteps() {
+    TopicHistory history(nullptr);
+    for (int step = 1; step <= TopicHistory::StepLimit + 1; ++step) {
+      Edit(history, step / 2048.0);
+    }
+    QCOMPARE(UndoAll(history), TopicHistory::StepLimit);
+    QCOMPARE(Live().GetWeighting(0), 1 / 2048.0);
+  }
+};
+
+TARVELIN_GUI_TEST(TopicHistoryTest);
+#include "TopicHistoryTest.moc"

@@ -1,0 +1,175 @@
+#include <QImage>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+#include <cmath>
+#include <memory>
+
+#include "gui_support/GuiTestRegistry.h"
+#include "widgets/ctlSlider.h"
+
+using namespace tarvelin;
+
+namespace {
+
+// The point that lies the given fraction of the way along the slider's track.
+QPoint TrackPoint(const ctlSlider& Slider, double Fraction) {
+  const int inset = Slider.TrackInset();
+  const double span = Slider.width() - 2 * inset;
+  return {static_cast<int>(std::lround(inset + Fraction * span)), Slider.height() / 2};
+}
+
+void TurnWheel(ctlSlider& Slider, int Angle) {
+  const QPointF centre = QRectF(Slider.rect()).center();
+  QWheelEvent wheel(centre, Slider.mapToGlobal(centre), QPoint(), QPoint(0, Angle), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&Slider, &wheel);
+}
+
+}  // namespace
+
+// The slider control driven by real mouse, wheel and key events.
+class ctlSliderTest final : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    slider_ = std::make_unique<ctlSlider>();
+    slider_->resize(220, 18);
+    slider_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(slider_.get()));
+    change_ = std::make_unique<QSignalSpy>(slider_.get(), &ctlSlider::Change);
+    scroll_ = std::make_unique<QSignalSpy>(slider_.get(), &ctlSlider::Scroll);
+  }
+  void cleanup() {
+    change_.reset();
+    scroll_.reset();
+    slider_.reset();
+  }
+
+  void clickJumpsToThePointOnTheTrack_data() {
+    QTest::addColumn<double>("fraction");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("37 percent along") << 0.37 << 37;
+    QTest::newRow("start of the track") << 0.0 << 0;
+    QTest::newRow("end of the track") << 1.0 << 100;
+    QTest::newRow("left of the track") << -0.04 << 0;
+    QTest::newRow("right of the track") << 1.04 << 100;
+  }
+  void clickJumpsToThePointOnTheTrack() {
+    QFETCH(double, fraction);
+    QFETCH(int, expected);
+    slider_->SetValue(60);
+    change_->clear();
+    QTest::mouseClick(slider_.get(), Qt::LeftButton, Qt::NoModifier, TrackPoint(*slider_, fraction));
+    QCOMPARE(slider_->Value(), expected);
+    QCOMPARE(change_->count(), 1);
+    QCOMPARE(scroll_->count(), 1);
+  }
+
+  void draggingFollowsTheMouseUntilReleased() {
+    QTest::mousePress(slider_.get(), Qt::LeftButton, Qt::NoModifier, TrackPoint(*slider_, 0.2));
+    QTest::mouseMove(slider_.get(), TrackPoint(*slider_, 0.5));
+    QCOMPARE(slider_->Value(), 50);
+    QTest::mouseMove(slider_.get(), QPoint(slider_->width() + 40, 9));
+    QCOMPARE(slider_->Value(), 100);
+    QTest::mouseRelease(slider_.get(), Qt::LeftButton, Qt::NoModifier, QPoint(slider_->width() + 40, 9));
+    QTest::mouseMove(slider_.get(), TrackPoint(*slider_, 0.3));
+    QCOMPARE(slider_->Value(), 100);
+    QCOMPARE(change_->count(), 3);
+    QCOMPARE(scroll_->count(), 3);
+  }
+
+  void settingByProgramEmitsChangeOnlyAndClamps() {
+    slider_->SetValue(42);
+    slider_->SetValue(42);
+    QCOMPARE(change_->count(), 1);
+    slider_->SetValue(150);
+    QCOMPARE(slider_->Value(), 100);
+    slider_->SetValue(-5);
+    QCOMPARE(slider_->Value(), 0);
+    QCOMPARE(change_->count(), 3);
+    QCOMPARE(scroll_->count(), 0);
+  }
+
+  void keysStepThePosition_data() {
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("left") << 50 << static_cast<int>(Qt::Key_Left) << 49;
+    QTest::newRow("right") << 50 << static_cast<int>(Qt::Key_Right) << 51;
+    QTest::newRow("page down") << 50 << static_cast<int>(Qt::Key_PageDown) << 40;
+    QTest::newRow("page up") << 50 << static_cast<int>(Qt::Key_PageUp) << 60;
+    QTest::newRow("home") << 50 << static_cast<int>(Qt::Key_Home) << 0;
+    QTest::newRow("end") << 50 << static_cast<int>(Qt::Key_End) << 100;
+    QTest::newRow("page up near the top") << 95 << static_cast<int>(Qt::Key_PageUp) << 100;
+    QTest::newRow("page down near the bottom") << 3 << static_cast<int>(Qt::Key_PageDown) << 0;
+    QTest::newRow("left at the bottom") << 0 << static_cast<int>(Qt::Key_Left) << 0;
+  }
+  void keysStepThePosition() {
+    QFETCH(int, start);
+    QFETCH(int, key);
+    QFETCH(int, expected);
+    slider_->SetValue(start);
+    QTest::keyClick(slider_.get(), Qt::Key(key));
+    QCOMPARE(slider_->Value(), expected);
+    QCOMPARE(scroll_->count(), expected != start ? 1 : 0);
+  }
+
+  void otherKeysAreLeftToTheWindow() {
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_L, Qt::ControlModifier, "l");
+    QApplication::sendEvent(slider_.get(), &letter);
+    QVERIFY(!letter.isAccepted());
+    QKeyEvent arrow(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+    QApplication::sendEvent(slider_.get(), &arrow);
+    QVERIFY(arrow.isAccepted());
+  }
+
+  void wheelStepsOnePositionPerNotch() {
+    slider_->SetValue(50);
+    TurnWheel(*slider_, 120);
+    QCOMPARE(slider_->Value(), 51);
+    TurnWheel(*slider_, -240);
+    QCOMPARE(slider_->Value(), 49);
+    TurnWheel(*slider_, 60);
+    QCOMPARE(slider_->Value(), 49);
+    TurnWheel(*slider_, 60);
+    QCOMPARE(slider_->Value(), 50);
+    QCOMPARE(scroll_->count(), 3);
+  }
+
+  void readOnlyBarIgnoresTheUser() {
+    slider_->SetReadOnly(true);
+    slider_->SetValue(30);
+    change_->clear();
+    QTest::mouseClick(slider_.get(), Qt::LeftButton, Qt::NoModifier, TrackPoint(*slider_, 0.8));
+    QTest::mousePress(slider_.get(), Qt::LeftButton, Qt::NoModifier, TrackPoint(*slider_, 0.1));
+    QTest::mouseMove(slider_.get(), TrackPoint(*slider_, 0.9));
+    QTest::mouseRelease(slider_.get(), Qt::LeftButton, Qt::NoModifier, TrackPoint(*slider_, 0.9));
+    QTest::keyClick(slider_.get(), Qt::Key_End);
+    TurnWheel(*slider_, 360);
+    QCOMPARE(slider_->Value(), 30);
+    QCOMPARE(change_->count(), 0);
+    QCOMPARE(scroll_->count(), 0);
+    QVERIFY(!slider_->hasFocus());
+  }
+
+  // The filled part of the track shows the bar colour, given in blue-green-red byte order.
+  void barIsFilledUpToThePositionInTheBarColour() {
+    slider_->SetReadOnly(true);
+    slider_->SetBarColour(0x0CC0FE);
+    slider_->SetValue(50);
+    const QImage image = slider_->grab().toImage();
+    const int middle = image.height() / 2;
+    QCOMPARE(image.pixelColor(image.width() / 4, middle), QColor(254, 192, 12));
+    QCOMPARE(image.pixelColor(image.width() * 3 / 4, middle), QColor(255, 255, 255));
+  }
+
+ private:
+  std::unique_ptr<ctlSlider> slider_;
+  std::unique_ptr<QSignalSpy> change_, scroll_;
+};
+
+TARVELIN_GUI_TEST(ctlSliderTest);
+
+#include "ctlSliderTest.moc"
