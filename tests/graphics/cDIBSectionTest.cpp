@@ -22,18 +22,6 @@ bool SamePixels(const cDIBSection& A, const cDIBSection& B) {
          std::memcmp(A.DIBSectionBitsPtr(), B.DIBSectionBitsPtr(), size) == 0;
 }
 
-TEST(cDIBSectionLayout, RowsArePaddedToWholeWordsAndStoredBottomUp) {
-  const int32_t strides[][2] = {{0, 0}, {1, 4}, {3, 12}, {4, 12}, {5, 16}};
-  for (const auto& [width, stride] : strides) {
-    cDIBSection picture;
-    picture.Create(width, 3);
-    EXPECT_EQ(picture.BytesPerScanLine(), stride) << "width " << width;
-    if (width > 0) {
-      EXPECT_EQ(picture.ScanLine(0) - picture.DIBSectionBitsPtr(), 2 * stride) << "top row last in memory";
-    }
-  }
-}
-
 TEST(cDIBSectionCreateFromPicture, TurnsTopDownWordsIntoBottomUpBlueGreenRedRows) {
   for (const int32_t width : {1, 3, 5}) {
     const std::ptrdiff_t bytesPerLine = width * 4 + 8;  // rows with slack, as image libraries may have

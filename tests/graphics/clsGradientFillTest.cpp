@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <tuple>
 #include <vector>
 
 #include "graphics/PictureTestHelpers.h"
@@ -37,24 +36,6 @@ cDIBSection Blank(int32_t Width, int32_t Height) {
   cDIBSection picture;
   picture.Create(Width, Height);
   return picture;
-}
-
-TEST(clsGradientFillVertexColour, MovesEachByteIntoTheHighByteOfItsComponent) {
-  const struct {
-    uint32_t Colour;
-    uint16_t Red, Green, Blue;
-  } cases[] = {{0xFFEFDF, 0xDF00, 0xEF00, 0xFF00},
-               {0x7F8081, 0x8100, 0x8000, 0x7F00},
-               {0x000000, 0, 0, 0},
-               {0xFF123456, 0x5600, 0x3400, 0x1200}};
-  for (const auto& c : cases) {
-    TriVertex vertex;
-    vertex.Alpha = 0x1234;
-    SetTriVertexColour(vertex, c.Colour);
-    EXPECT_EQ(std::tuple(vertex.Red, vertex.Green, vertex.Blue, vertex.Alpha),
-              std::tuple(c.Red, c.Green, c.Blue, uint16_t{0}))
-        << std::hex << c.Colour;
-  }
 }
 
 // The four-corner gradient against barycentric weights computed directly from the two triangles

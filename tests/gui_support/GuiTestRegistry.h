@@ -20,7 +20,6 @@ struct GuiTestRegistrar {
 }  // namespace tarvelin::testing
 
 // Registers a QObject test class under its own name (which must match its file name).
-#define TARVELIN_GUI_TEST(Class)                                                        \
-  static const ::tarvelin::testing::GuiTestRegistrar Class##Registrar(#Class, [] {      \
-    return std::unique_ptr<QObject>(std::make_unique<Class>().release());               \
-  })
+#define TARVELIN_GUI_TEST(Class)                                       \
+  static const ::tarvelin::testing::GuiTestRegistrar Class##Registrar( \
+      #Class, [] { return std::unique_ptr<QObject>(std::make_unique<Class>().release()); })

@@ -3,8 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "startup/modStartup.h"
-
 namespace tarvelin::testing {
 
 namespace {
@@ -15,17 +13,8 @@ const T& PickFrom(std::mt19937& Random, const std::array<T, N>& Choices) {
 }
 
 const char* NameOf(MsgResult Result) {
-  switch (Result) {
-    case MsgResult::OK:
-      return "OK";
-    case MsgResult::Yes:
-      return "Yes";
-    case MsgResult::No:
-      return "No";
-    case MsgResult::Cancel:
-      return "Cancel";
-  }
-  return "?";
+  static constexpr std::array<const char*, 4> names{"OK", "Yes", "No", "Cancel"};
+  return names.at(static_cast<size_t>(Result));
 }
 
 }  // namespace
@@ -61,27 +50,17 @@ std::optional<std::string> RandomDialogs::SaveFile(const FileDialogRequest&) {
 std::optional<std::string> RandomDialogs::RandomFileName() {
   static constexpr std::array<const char*, 4> stems{"soak", "other", "Topic 1", "na\xC3\xAFve"};
   static constexpr std::array<const char*, 7> extensions{".tvt", ".tvt", ".csv", ".jpg", ".bmp", ".TVT", ""};
-  switch (std::uniform_int_distribution<int>(0, 19)(random_)) {
-    case 0:
-    case 1:
-    case 2:
-    case 3:
-      return std::nullopt;
-    case 4:
-      return folder_.string();  // a folder, not a file
-    case 5:
-      return (folder_ / "missing" / "soak.tvt").string();
-    default:
-      return (folder_ / (std::string(PickFrom(random_, stems)) + PickFrom(random_, extensions))).string();
+  const int roll = std::uniform_int_distribution<int>(0, 19)(random_);
+  if (roll < 4) {
+    return std::nullopt;
   }
-}
-
-ScopedDialogs::ScopedDialogs(Dialogs& UI) : previous_(Program().UI) {
-  Program().UI = &UI;
-}
-
-ScopedDialogs::~ScopedDialogs() {
-  Program().UI = previous_;
+  if (roll == 4) {
+    return folder_.string();  // a folder, not a file
+  }
+  if (roll == 5) {
+    return (folder_ / "missing" / "soak.tvt").string();
+  }
+  return (folder_ / (std::string(PickFrom(random_, stems)) + PickFrom(random_, extensions))).string();
 }
 
 }  // namespace tarvelin::testing

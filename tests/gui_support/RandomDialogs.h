@@ -32,16 +32,4 @@ class RandomDialogs final : public Dialogs {
   std::string transcript_;
 };
 
-// Points Program().UI at a Dialogs for the lifetime of the object and restores the previous one after.
-class ScopedDialogs {
- public:
-  explicit ScopedDialogs(Dialogs& UI);
-  ~ScopedDialogs();
-  ScopedDialogs(const ScopedDialogs&) = delete;
-  ScopedDialogs& operator=(const ScopedDialogs&) = delete;
-
- private:
-  Dialogs* previous_;
-};
-
 }  // namespace tarvelin::testing

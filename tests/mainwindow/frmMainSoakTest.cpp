@@ -3,30 +3,29 @@
 #include <QLineEdit>
 #include <QStringList>
 #include <QTest>
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <random>
 #include <string>
 
+#include "files/modLoadSave.h"
 #include "gui_support/GuiTestRegistry.h"
+#include "gui_support/MainWindowFixture.h"
 #include "gui_support/RandomDialogs.h"
 #include "gui_support/SoakActions.h"
 #include "gui_support/SoakInvariants.h"
-#include "mainwindow/frmMain.h"
-#include "model/modRounding.h"
-#include "startup/modStartup.h"
-#include "support/ScriptedDialogs.h"
+#include "gui_support/TestRows.h"
 #include "support/TempFolder.h"
 #include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
-using tarvelin::testing::TempFolder;
+using testing::MainWindowFixture;
+
+using Plant = std::function<void(MainWindowFixture&)>;
+Q_DECLARE_METATYPE(Plant)
 
 namespace {
 
@@ -35,164 +34,90 @@ constexpr size_t kRecentActions = 20;
 // Under the address sanitizer an action costs about ten times as much; fewer keep the suite's run well
 // inside Qt Test's five minutes per test function.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr bool kUnderAddressSanitizer = true;
+constexpr unsigned long kDefaultActions = 1000;
 #elif defined(__has_feature)
-constexpr bool kUnderAddressSanitizer = __has_feature(address_sanitizer);
+constexpr unsigned long kDefaultActions = __has_feature(address_sanitizer) ? 1000 : 3000;
 #else
-constexpr bool kUnderAddressSanitizer = false;
+constexpr unsigned long kDefaultActions = 3000;
 #endif
-constexpr unsigned long kDefaultActions = kUnderAddressSanitizer ? 1000 : 3000;
 
 unsigned long EnvironmentNumber(const char* Name, unsigned long Default) {
   const char* text = std::getenv(Name);
   return text != nullptr && *text != '\0' ? std::strtoul(text, nullptr, 10) : Default;
 }
 
-std::string Lines(const std::vector<std::string>& Items) {
-  std::string lines;
+template <class Lines>
+std::string Joined(const Lines& Items) {
+  std::string joined;
   for (const std::string& item : Items) {
-    lines += "\n  " + item;
+    joined += "\n  " + item;
   }
-  return lines;
+  return joined;
 }
 
-// A name as a topic file gives it back: a ";" starts a comment in the file, so the name ends before it, and
-// the spaces around it are dropped. An option or attribute whose name comes back empty reads as its default.
-QString NameAsFileKeepsIt(const std::string& Name, const std::string& Default) {
-  std::string kept = Name.substr(0, Name.find(';'));
-  kept.erase(0, kept.find_first_not_of(' '));
-  kept.erase(kept.find_last_not_of(' ') + 1);
-  return QString::fromStdString(kept.empty() ? Default : kept);
-}
-
-// A value as a topic file gives it back: written with at most four decimals, read into a topic that rounds
-// to three.
-double ValueAsFileKeepsIt(double Value) {
-  return BankersRound(BankersRound(Value, 4), 3);
-}
-
-// The topic line by line as a file keeps it: title, weighting type, names and ratings. Both sides of a round
-// trip go through it; for a topic just loaded it changes nothing.
-QStringList AsFileKeepsIt(const TarvelinTopic& Topic) {
-  QStringList lines{QString("\"%1\" %2 %3x%4")
-                        .arg(NameAsFileKeepsIt(Topic.Name(), ""))
-                        .arg(Topic.InvertWeights() ? "inverted" : "plain")
-                        .arg(Topic.TotalOptions())
-                        .arg(Topic.TotalAttributes())};
-  for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
-    lines << NameAsFileKeepsIt(Topic.GetAttributeName(a), "Attribute " + std::to_string(a + 1));
-  }
-  for (int16_t o = 0; o < Topic.TotalOptions(); ++o) {
-    QString line = NameAsFileKeepsIt(Topic.GetOptionName(o), "Option " + std::to_string(o + 1));
-    for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
-      line += QString(" %1").arg(ValueAsFileKeepsIt(Topic.GetRating(o, a)));
-    }
-    lines << line;
-  }
-  return lines;
-}
-
-std::vector<double> Weightings(const TarvelinTopic& Topic) {
-  std::vector<double> weightings;
-  for (int16_t a = 0; a < Topic.TotalAttributes(); ++a) {
-    weightings.push_back(ValueAsFileKeepsIt(Topic.GetWeighting(a)));
-  }
-  return weightings;
+// A file's lines, so that a difference is reported by its line.
+QStringList FileLines(const std::string& FileName) {
+  return QString::fromStdString(testing::ReadBytes(FileName)).split("\r\n");
 }
 
 }  // namespace
 
 // A long run of random clicks, drags, keys, resizes and commands, after each of which the window must
-// still agree with the topic; at the end the topic must survive a save and a load. The seed and the number
-// of actions come from TARVELIN_SOAK_SEED and TARVELIN_SOAK_ACTIONS, so that a failure can be replayed;
-// TARVELIN_SOAK_TRACE=1 prints every action as it is done.
+// still agree with the topic; at the end the Save and Load buttons must give what the program's own topic
+// file writer and reader give. The seed and the number of actions come from TARVELIN_SOAK_SEED and
+// TARVELIN_SOAK_ACTIONS, so that a failure can be replayed; TARVELIN_SOAK_TRACE=1 prints every action.
 class frmMainSoakTest final : public QObject {
   Q_OBJECT
 
  private:
-  std::unique_ptr<TempFolder> folder_;
-  std::unique_ptr<frmMain> window_;
+  std::unique_ptr<MainWindowFixture> f_;
 
-  void StartWindow() {
-    window_ = std::make_unique<frmMain>();
-    window_->Form_Load();
-    if (!QTest::qWaitForWindowActive(window_.get())) {
+  frmMain& StartWindow() {
+    frmMain& window = f_->Launch();
+    if (!QTest::qWaitForWindowActive(&window)) {
       qFatal("The main window did not become active");
     }
+    return window;
   }
 
-  template <class Widget>
-  Widget* Find(const char* Name) {
-    auto* widget = window_->findChild<Widget*>(Name);
-    if (widget == nullptr) {
-      qFatal("The window has no %s", Name);
+  // The button's file must be the writer's, byte for byte, and the topic loaded back the reader's.
+  void SaveAndLoadBack(frmMain& Window) {
+    Program().UI = &*f_->Dialogs;
+    Window.show();  // the last action may have been Ctrl+Q
+    if (f_->Find<QLineEdit>("txtEditBox")->isVisible()) {
+      QTest::keyClick(f_->Find<QLineEdit>("txtEditBox"), Qt::Key_Escape);
     }
-    return widget;
-  }
-
-  // Saves through the Save button, loads the file back through the Load button and compares.
-  void SaveAndLoadBack() {
-    if (Find<QLineEdit>("txtEditBox")->isVisible()) {
-      QTest::keyClick(Find<QLineEdit>("txtEditBox"), Qt::Key_Escape);
-    }
-    testing::ScopedScriptedDialogs dialogs;
-    const std::string file = folder_->File("round trip.tvt");
-    const QStringList before = AsFileKeepsIt(*Program().Topic);
-    const std::vector<double> weightingsBefore = Weightings(*Program().Topic);
-    dialogs->FileAnswers.push_back(file);
-    QTest::mouseClick(Find<QAbstractButton>("btnSave"), Qt::LeftButton);
+    const std::string expected = f_->File("expected.tvt");
+    const std::string file = f_->File("round trip.tvt");
+    auto reader = std::make_unique<TarvelinTopic>(*Program().Topic);
+    QVERIFY(SaveTopicFile(expected, *reader) && LoadTopicFile(expected, reader));
+    f_->Dialogs->FileAnswers = {file, file};
+    QTest::mouseClick(f_->Find<QAbstractButton>("btnSave"), Qt::LeftButton);
     QVERIFY2(!Program().Modified, "the save did not go through");
-    dialogs->FileAnswers.push_back(file);
-    QTest::mouseClick(Find<QAbstractButton>("btnLoad"), Qt::LeftButton);
-    QCOMPARE(dialogs->Messages.size(), size_t{0});
+    QCOMPARE(FileLines(file), FileLines(expected));
+    QTest::mouseClick(f_->Find<QAbstractButton>("btnLoad"), Qt::LeftButton);
+    QCOMPARE(f_->Dialogs->Messages.size(), size_t{0});
     QCOMPARE(Program().CurrentFileName, file);
-    const QStringList after = AsFileKeepsIt(*Program().Topic);
-    for (qsizetype line = 0; line < std::max(before.size(), after.size()); ++line) {
-      QCOMPARE(after.value(line), before.value(line));
-    }
-    // Normalised, the file holds each weighting's share, rounded; read back, the shares are normalised
-    // again, so each may move by the others' rounding. The scores follow from the rest and the window's
-    // check covers them.
-    const double tolerance = Program().Topic->NormaliseWeights() ? 0.0015 : 1e-12;
-    const std::vector<double> weightingsAfter = Weightings(*Program().Topic);
-    for (size_t a = 0; a < weightingsBefore.size(); ++a) {
-      QVERIFY2(
-          std::abs(weightingsAfter[a] - weightingsBefore[a]) <= tolerance,
-          qPrintable(
-              QString("weighting %1: %2 saved, %3 loaded").arg(a).arg(weightingsBefore[a]).arg(weightingsAfter[a])));
-    }
-    const auto problems = testing::WindowDisagreements(*window_);
-    QVERIFY2(problems.empty(), ("after loading back:" + Lines(problems)).c_str());
+    // Written out again, the two loaded topics must make the same file.
+    QVERIFY(SaveTopicFile(file, *Program().Topic) && SaveTopicFile(expected, *reader));
+    QCOMPARE(FileLines(file), FileLines(expected));
+    const auto problems = testing::WindowDisagreements(Window);
+    QVERIFY2(problems.empty(), ("after loading back:" + Joined(problems)).c_str());
   }
 
  private slots:
-  void init() {
-    folder_ = std::make_unique<TempFolder>();
-    setenv("TARVELIN_REGISTRY_DIR", folder_->Path().c_str(), 1);
-    Program().Topic = std::make_unique<TarvelinTopic>();
-    Program().FileToOpen.clear();
-    Program().FileTypeToOpen.clear();
-    Program().CurrentFileName.clear();
-    Program().LastUsedDir = folder_->Path().string();
-    Program().DisplayAsDecimal = true;
-    Program().ShowSettingsOnNew = false;
-    Program().Modified = false;
-  }
-
-  void cleanup() {
-    window_.reset();
-    folder_.reset();
-  }
+  void init() { f_ = std::make_unique<MainWindowFixture>(); }
+  void cleanup() { f_.reset(); }
 
   void randomActionsKeepTheWindowTrueToTheTopic() {
     const auto seed = static_cast<uint32_t>(EnvironmentNumber("TARVELIN_SOAK_SEED", 1));
     const unsigned long actions = EnvironmentNumber("TARVELIN_SOAK_ACTIONS", kDefaultActions);
-    std::mt19937 random(seed);
-    testing::RandomDialogs dialogs(random, folder_->Path());
-    testing::ScopedDialogs useDialogs(dialogs);
-    StartWindow();
-    testing::SoakActions soak(*window_, random);
     const bool trace = EnvironmentNumber("TARVELIN_SOAK_TRACE", 0) != 0;
+    std::mt19937 random(seed);
+    testing::RandomDialogs dialogs(random, f_->Folder.Temp().Path());
+    Program().UI = &dialogs;
+    frmMain& window = StartWindow();
+    testing::SoakActions soak(window, random);
     std::deque<std::string> recent;
     for (unsigned long action = 1; action <= actions; ++action) {
       dialogs.Forget();
@@ -206,72 +131,58 @@ class frmMainSoakTest final : public QObject {
       if (recent.size() > kRecentActions) {
         recent.pop_front();
       }
-      const auto problems = testing::WindowDisagreements(*window_);
+      const auto problems = testing::WindowDisagreements(window);
       if (!problems.empty()) {
-        const std::string report = "seed " + std::to_string(seed) + ", action " + std::to_string(action) + ":" +
-                                   Lines(problems) +
-                                   "\nlast actions:" + Lines(std::vector<std::string>(recent.begin(), recent.end()));
-        QFAIL(report.c_str());
+        QFAIL(("seed " + std::to_string(seed) + ", action " + std::to_string(action) + ":" + Joined(problems) +
+               "\nlast actions:" + Joined(recent))
+                  .c_str());
       }
     }
     qInfo("seed %u: %lu actions, window agreed with the topic after each", seed, actions);
-    SaveAndLoadBack();
+    SaveAndLoadBack(window);
   }
 
   // The checker itself: each kind of disagreement planted in a window that agreed is reported.
   void theCheckerNoticesEveryKindOfDisagreement_data() {
-    QTest::addColumn<QString>("plant");
+    using testing::AddRow;
+    QTest::addColumn<Plant>("plant");
     QTest::addColumn<QString>("mention");
-    QTest::newRow("value label") << "lblWeighting_1 text"
-                                 << "lblWeighting_1";
-    QTest::newRow("slider") << "sliderRating_2 value"
-                            << "sliderRating_2";
-    QTest::newRow("score bar") << "sliderScore_0 colour"
-                               << "sliderScore_0";
-    QTest::newRow("name") << "lblOption_1 tag"
-                          << "lblOption_1";
-    QTest::newRow("cut name") << "lblAttribute_0 text"
-                              << "lblAttribute_0";
-    QTest::newRow("extra row") << "lblRating_4 created"
-                               << "lblRating has 5";
-    QTest::newRow("lost row") << "sliderWeighting_1 deleted"
-                              << "sliderWeighting has 1";
-    QTest::newRow("hidden row") << "lblScore_1 hidden"
-                                << "lblScore_1 hidden";
-    QTest::newRow("caption") << "window title"
-                             << "window titled";
-    QTest::newRow("add button") << "btnAddOption disabled"
-                                << "btnAddOption disabled";
+    AddRow("value label", Plant([](MainWindowFixture& f) { f.Find<QLabel>("lblWeighting_1")->setText("0.999"); }),
+           QString("lblWeighting_1"));
+    AddRow("slider", Plant([](MainWindowFixture& f) {
+             auto* slider = f.Find<ctlSlider>("sliderRating_2");
+             slider->blockSignals(true);
+             slider->SetValue(slider->Value() + 1);
+           }),
+           QString("sliderRating_2"));
+    AddRow("score bar", Plant([](MainWindowFixture& f) { f.Find<ctlSlider>("sliderScore_0")->SetBarColour(0x0980FD); }),
+           QString("sliderScore_0"));
+    AddRow("name", Plant([](MainWindowFixture& f) { f.Find("lblOption_1")->setProperty("tag", "Elsewhere"); }),
+           QString("lblOption_1"));
+    AddRow("cut name", Plant([](MainWindowFixture& f) {
+             f.Find<QLabel>("lblAttribute_0")->setText(QString::fromUtf8("Attx\xE2\x80\xA6"));
+           }),
+           QString("lblAttribute_0"));
+    AddRow("extra row",
+           Plant([](MainWindowFixture& f) { (new QLabel(f.Find("picClient")))->setObjectName("lblRating_4"); }),
+           QString("lblRating has 5"));
+    AddRow("lost row", Plant([](MainWindowFixture& f) { delete f.Find("sliderWeighting_1"); }),
+           QString("sliderWeighting has 1"));
+    AddRow("hidden row", Plant([](MainWindowFixture& f) { f.Find("lblScore_1")->hide(); }),
+           QString("lblScore_1 hidden"));
+    AddRow("caption", Plant([](MainWindowFixture& f) { f.Window->setWindowTitle("Tarvelin"); }),
+           QString("window titled"));
+    AddRow("add button", Plant([](MainWindowFixture& f) { f.Find("btnAddOption")->setEnabled(false); }),
+           QString("btnAddOption disabled"));
   }
-
   void theCheckerNoticesEveryKindOfDisagreement() {
-    QFETCH(QString, plant);
+    QFETCH(Plant, plant);
     QFETCH(QString, mention);
-    testing::ScopedScriptedDialogs dialogs;
-    StartWindow();
-    QVERIFY(testing::WindowDisagreements(*window_).empty());
-    const std::map<QString, std::function<void()>> plants{
-        {"lblWeighting_1 text", [&] { Find<QLabel>("lblWeighting_1")->setText("0.999"); }},
-        {"sliderRating_2 value",
-         [&] {
-           auto* slider = Find<ctlSlider>("sliderRating_2");
-           slider->blockSignals(true);
-           slider->SetValue(slider->Value() + 1);
-         }},
-        {"sliderScore_0 colour", [&] { Find<ctlSlider>("sliderScore_0")->SetBarColour(0x0980FD); }},
-        {"lblOption_1 tag", [&] { Find<QLabel>("lblOption_1")->setProperty("tag", "Elsewhere"); }},
-        {"lblAttribute_0 text",
-         [&] { Find<QLabel>("lblAttribute_0")->setText(QString::fromUtf8("Attx\xE2\x80\xA6")); }},
-        {"lblRating_4 created", [&] { (new QLabel(Find<QWidget>("picClient")))->setObjectName("lblRating_4"); }},
-        {"sliderWeighting_1 deleted", [&] { delete Find<QWidget>("sliderWeighting_1"); }},
-        {"lblScore_1 hidden", [&] { Find<QWidget>("lblScore_1")->hide(); }},
-        {"window title", [&] { window_->setWindowTitle("Tarvelin"); }},
-        {"btnAddOption disabled", [&] { Find<QWidget>("btnAddOption")->setEnabled(false); }},
-    };
-    plants.at(plant)();
-    const auto problems = testing::WindowDisagreements(*window_);
-    QVERIFY2(!problems.empty(), "nothing reported");
-    QVERIFY2(QString::fromStdString(Lines(problems)).contains(mention), Lines(problems).c_str());
+    frmMain& window = StartWindow();
+    QVERIFY(testing::WindowDisagreements(window).empty());
+    plant(*f_);
+    const std::string problems = Joined(testing::WindowDisagreements(window));
+    QVERIFY2(QString::fromStdString(problems).contains(mention), problems.c_str());
   }
 };
 

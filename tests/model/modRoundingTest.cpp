@@ -9,17 +9,11 @@
 namespace tarvelin {
 namespace {
 
+// Decimals from 0 to 1 are checked digit by digit below; here, values outside that range and extremes.
 TEST(BankersRound, DecidesOnTheDecimalDigitsWithTiesToEven) {
-  // Ties exact in binary; ties only in decimal (0.35 and 1.015 lie below, 0.45 above, in binary); carries.
-  EXPECT_EQ(BankersRound(0.0625, 3), 0.062);
   EXPECT_EQ(BankersRound(2.5, 0), 2.0);
-  EXPECT_EQ(BankersRound(0.5, 1), 0.5);
-  EXPECT_EQ(BankersRound(0.35, 1), 0.4);
-  EXPECT_EQ(BankersRound(0.45, 1), 0.4);
-  EXPECT_EQ(BankersRound(1.015, 2), 1.02);
-  EXPECT_EQ(BankersRound(0.9996, 3), 1.0);
+  EXPECT_EQ(BankersRound(1.015, 2), 1.02);  // a tie only in decimal: 1.015 lies below it in binary
   EXPECT_EQ(BankersRound(-0.125, 2), -0.12);
-  // Beyond the places that scale exactly, and digits a long way down.
   EXPECT_EQ(BankersRound(0.23217612806301458, 15), 0.232176128063015);
   EXPECT_EQ(BankersRound(0.1, 30), 0.1);
   EXPECT_EQ(BankersRound(1e-30, 3), 0.0);
