@@ -1,3 +1,6 @@
+// The POSIX form; AtomicFileWin32.cpp holds the Windows one.
+#ifndef _WIN32
+
 #include "util/AtomicFile.h"
 
 #include <cerrno>
@@ -139,29 +142,6 @@ void WriteFileAtomically(const std::string& FileName, std::string_view Contents)
   temporary.TakePermissionsOf(target);
   temporary.CommitAs(target);
 }
-#else
-void WriteFileAtomically(const std::string& FileName, std::string_view Contents) {
-  const std::string temporary = FileName + ".tmp";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    out.write(Contents.data(), static_cast<std::streamsize>(Contents.size()));
-    out.flush();
-    if (out) {
-      out.close();
-    }
-    if (!out) {
-      std::error_code ignored;
-      std::filesystem::remove(temporary, ignored);
-      RaiseFor(EACCES);
-    }
-  }
-  std::error_code error;
-  std::filesystem::rename(temporary, FileName, error);
-  if (error) {
-    std::filesystem::remove(temporary, error);
-    RaiseFor(EACCES);
-  }
-}
 #endif
 
 std::string ReadWholeFile(const std::string& FileName) {
@@ -182,3 +162,5 @@ std::string ReadWholeFile(const std::string& FileName) {
 }
 
 }  // namespace tarvelin
+
+#endif
