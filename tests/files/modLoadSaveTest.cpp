@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "files/modLoadSave.h"
 #include "model/TarvelinTopic.h"
 #include "startup/modStartup.h"
@@ -25,7 +27,7 @@ constexpr const char* kInvalidCell =
     "problem.";
 
 std::string DataFile(const char* Name) {
-  return std::string(TARVELIN_TEST_DATA_DIR) + "/" + Name;
+  return (std::filesystem::path(TARVELIN_TEST_DATA_DIR) / Name).make_preferred().string();
 }
 
 TopicPtr CarTopic() {

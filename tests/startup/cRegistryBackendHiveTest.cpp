@@ -31,7 +31,7 @@ TEST_P(cRegistryBackendHiveLocation, FollowsTheEnvironment) {
   const ScopedEnvironment registryDir("TARVELIN_REGISTRY_DIR", location.RegistryDir);
   const ScopedEnvironment configHome("XDG_CONFIG_HOME", location.ConfigHome);
   const ScopedEnvironment home("HOME", "/home/me");
-  EXPECT_EQ(HiveFileName(location.Hive), location.Expected);
+  EXPECT_EQ(std::filesystem::path(HiveFileName(location.Hive)).generic_string(), location.Expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
