@@ -98,9 +98,19 @@ class TemporaryFile {
   bool committed_ = false;
 };
 
-bool IsFolder(const std::wstring& FileName) {
-  const DWORD attributes = GetFileAttributesW(FileName.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+// What stands in the target's place and may not be replaced: a folder would be destroyed with what it
+// holds, and a read-only file is one the person asked to keep.
+void RefuseToReplace(const std::wstring& Target) {
+  const DWORD attributes = GetFileAttributesW(Target.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return;
+  }
+  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    throw TarvelinError::RuntimeFault(ErrPathFileAccess, kSource);
+  }
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    throw TarvelinError::RuntimeFault(ErrPermissionDenied, kSource);
+  }
 }
 
 }  // namespace
@@ -127,12 +137,9 @@ int32_t ErrorNumberForWin32Error(unsigned long SystemError) {
   }
 }
 
-// A folder in the target's place is refused: replacing it would destroy what it holds.
 void WriteFileAtomically(const std::string& FileName, std::string_view Contents) {
   const std::wstring target = Wide(FileName);
-  if (IsFolder(target)) {
-    throw TarvelinError::RuntimeFault(ErrPathFileAccess, kSource);
-  }
+  RefuseToReplace(target);
   TemporaryFile temporary(target);
   temporary.Write(Contents);
   temporary.CommitAs(target);
