@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "support/RaisedErrors.h"
@@ -23,32 +21,6 @@ using testing::WriteBytes;
 
 size_t EntriesIn(const std::filesystem::path& Folder) {
   return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(Folder), {}));
-}
-
-// With one fixed temporary name, writers of the same file truncate each other's temporary file and
-// rename it away under one another. Windows may refuse a rename while another one replaces the file;
-// such a write fails cleanly, and what stays is always one writer's whole file.
-TEST(AtomicFileWin32, WritersAtOnceEachReplaceTheWholeFile) {
-  const TempFolder folder;
-  const std::string target = folder.File("topic.tvt");
-  std::vector<std::string> contents;
-  for (char writer = 'a'; writer < 'e'; ++writer) {
-    contents.emplace_back(100000, writer);
-  }
-  std::vector<std::thread> writers;
-  for (size_t writer = 0; writer < contents.size(); ++writer) {
-    writers.emplace_back([&, writer] {
-      for (int round = 0; round < 20; ++round) {
-        const int32_t number = ErrorNumberOf([&] { WriteFileAtomically(target, contents[writer]); });
-        EXPECT_TRUE(number == 0 || number == ErrPermissionDenied || number == ErrPathFileAccess) << number;
-      }
-    });
-  }
-  for (auto& writer : writers) {
-    writer.join();
-  }
-  EXPECT_NE(std::find(contents.begin(), contents.end(), ReadBytes(target)), contents.end());
-  EXPECT_EQ(EntriesIn(folder.Path()), 1u);
 }
 
 TEST(AtomicFileWin32, ReplacesTheFileAndReadsUtf8Names) {
