@@ -1,6 +1,10 @@
+#include "startup/cRegistryBackendWin32.h"
+
 #include <windows.h>
 
-#include "startup/cRegistryBackend.h"
+#include <cstdlib>
+
+#include "startup/cRegistryBackendHive.h"
 #include "startup/modUtf16.h"
 
 namespace tarvelin {
@@ -181,9 +185,20 @@ class cRegistryBackendWin32 final : public cRegistryBackend {
 
 }  // namespace
 
-std::shared_ptr<cRegistryBackend> DefaultRegistryBackend() {
+std::shared_ptr<cRegistryBackend> Win32RegistryBackend() {
   static const auto backend = std::make_shared<cRegistryBackendWin32>();
   return backend;
+}
+
+// A registry folder given for tests or portable use holds the settings instead of the registry, so that a
+// test run never writes into the person's own settings or file associations.
+std::shared_ptr<cRegistryBackend> DefaultRegistryBackend() {
+  const char* folder = std::getenv("TARVELIN_REGISTRY_DIR");
+  if (folder != nullptr && *folder != '\0') {
+    static const auto hive = std::make_shared<cRegistryBackendHive>();
+    return hive;
+  }
+  return Win32RegistryBackend();
 }
 
 }  // namespace tarvelin

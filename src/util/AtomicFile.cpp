@@ -1,3 +1,6 @@
+// The POSIX form; AtomicFileWin32.cpp holds the Windows one.
+#ifndef _WIN32
+
 #include "util/AtomicFile.h"
 
 #include <cerrno>
@@ -236,29 +239,6 @@ void WriteFileAtomically(const std::string& FileName, std::string_view Contents)
   temporary.CommitAs(target);
   SyncFolder(folder);
 }
-#else
-void WriteFileAtomically(const std::string& FileName, std::string_view Contents) {
-  const std::string temporary = FileName + ".tmp";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    out.write(Contents.data(), static_cast<std::streamsize>(Contents.size()));
-    out.flush();
-    if (out) {
-      out.close();
-    }
-    if (!out) {
-      std::error_code ignored;
-      std::filesystem::remove(temporary, ignored);
-      RaiseFor(EACCES);
-    }
-  }
-  std::error_code error;
-  std::filesystem::rename(temporary, FileName, error);
-  if (error) {
-    std::filesystem::remove(temporary, error);
-    RaiseFor(EACCES);
-  }
-}
 #endif
 
 // A stream would throw on a read error (a bad sector, a failing network file system); stdio reports it.
@@ -295,3 +275,5 @@ std::string ReadWholeFile(const std::string& FileName) {
 }
 
 }  // namespace tarvelin
+
+#endif

@@ -18,11 +18,6 @@ namespace tarvelin {
 
 namespace {
 
-std::string EnvironmentValue(const char* Name) {
-  const char* value = std::getenv(Name);
-  return value ? std::string(value) : std::string();
-}
-
 std::string WithoutTrailingSeparator(std::string Path) {
   while (Path.size() > 1 && (Path.back() == '/' || Path.back() == '\\')) {
     Path.pop_back();
@@ -31,6 +26,11 @@ std::string WithoutTrailingSeparator(std::string Path) {
 }
 
 #ifndef _WIN32
+std::string EnvironmentValue(const char* Name) {
+  const char* value = std::getenv(Name);
+  return value ? std::string(value) : std::string();
+}
+
 std::string HomeFolder() {
   std::string home = EnvironmentValue("HOME");
   if (home.empty()) {

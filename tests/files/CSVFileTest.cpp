@@ -8,6 +8,7 @@
 #include "support/TempFolder.h"
 #include "util/TarvelinError.h"
 #include "util/libmodSpecialFolders.h"
+#include "util/modPath.h"
 
 namespace tarvelin {
 namespace {
@@ -96,7 +97,7 @@ TEST(CSVFileLoad, MissingFileRaisesAndRelativeNamesUseTheProgramFolder) {
   std::string name = "no-such-data.csv";
   CSVFile csv;
   EXPECT_EQ(ErrorNumberOf([&] { csv.Load(name); }), ErrFileNotFound);
-  EXPECT_EQ(name, ProgramFolder() + "/no-such-data.csv");
+  EXPECT_EQ(name, ProgramFolder() + PathSeparator() + "no-such-data.csv");
 }
 
 std::string Repeated(std::string_view Text, int Count) {

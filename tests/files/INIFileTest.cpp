@@ -7,6 +7,7 @@
 #include "support/TempFolder.h"
 #include "util/TarvelinError.h"
 #include "util/libmodSpecialFolders.h"
+#include "util/modPath.h"
 
 namespace tarvelin {
 namespace {
@@ -137,7 +138,7 @@ TEST(INIFileRead, RelativeNameIsResolvedAgainstTheProgramFolder) {
   std::string name = "no-such-topic-file.tvt";
   INIFile ini;
   EXPECT_EQ(ErrorNumberOf([&] { ini.ReadFile(name); }), ErrFileNotFound);
-  EXPECT_EQ(name, ProgramFolder() + "/no-such-topic-file.tvt");
+  EXPECT_EQ(name, ProgramFolder() + PathSeparator() + "no-such-topic-file.tvt");
 }
 
 struct BrokenFileCase {

@@ -9,6 +9,7 @@
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
+#include "util/modPath.h"
 
 namespace tarvelin {
 namespace {
@@ -66,7 +67,7 @@ TEST_P(SaveRouting, TheLastFourCharactersChooseTheFormatCaseSensitively) {
   EXPECT_EQ(SaveAs(routing.Name), routing.Result);
   EXPECT_EQ(ReadBytes(folder_.File(routing.Name)).substr(0, std::string(routing.FileStart).size()), routing.FileStart);
   EXPECT_EQ(Program().CurrentFileName, routing.SetsCurrentFile ? folder_.File(routing.Name) : "earlier.tvt");
-  EXPECT_EQ(Program().LastUsedDir, folder_.Path().string() + "/");
+  EXPECT_EQ(Program().LastUsedDir, folder_.Path().string() + PathSeparator());
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, SaveRouting,

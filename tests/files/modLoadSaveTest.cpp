@@ -29,7 +29,7 @@ constexpr const char* kInvalidCell =
     "problem.";
 
 std::string DataFile(const char* Name) {
-  return std::string(TARVELIN_TEST_DATA_DIR) + "/" + Name;
+  return (std::filesystem::path(TARVELIN_TEST_DATA_DIR) / Name).make_preferred().string();
 }
 
 TopicPtr CarTopic() {

@@ -26,11 +26,16 @@ class ScopedEnvironment {
 
  private:
   void Set(const std::optional<std::string>& Value) {
+#ifdef _WIN32
+    // An empty value removes the variable; the process's own environment changes too, so a child sees it.
+    _putenv_s(name_, Value ? Value->c_str() : "");
+#else
     if (Value) {
       setenv(name_, Value->c_str(), 1);
     } else {
       unsetenv(name_);
     }
+#endif
   }
 
   const char* name_;

@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -8,6 +6,7 @@
 #include "startup/cRegistryBackendHive.h"
 #include "startup/cRegistry_Wrapper.h"
 #include "startup/modSettings.h"
+#include "support/ChildProcess.h"
 
 namespace tarvelin {
 namespace {
@@ -32,7 +31,7 @@ TEST_P(cRegistryBackendHiveLocation, FollowsTheEnvironment) {
   const ScopedEnvironment registryDir("TARVELIN_REGISTRY_DIR", location.RegistryDir);
   const ScopedEnvironment configHome("XDG_CONFIG_HOME", location.ConfigHome);
   const ScopedEnvironment home("HOME", "/home/me");
-  EXPECT_EQ(HiveFileName(location.Hive), location.Expected);
+  EXPECT_EQ(std::filesystem::path(HiveFileName(location.Hive)).generic_string(), location.Expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -47,30 +46,27 @@ INSTANTIATE_TEST_SUITE_P(
         HiveLocation{"OtherHive", "/tmp/r", "/cfg", ERegistryClassKey::ClassesRoot, ""}),
     [](const auto& Info) { return std::string(Info.param.Case); });
 
+constexpr int Rounds = 15;
+
+void WriteSettingsAs(int Writer) {
+  ApplicationSettings settings;
+  settings.LastUsedDir = "/writer" + std::to_string(Writer);
+  for (int round = 1; round <= Rounds; ++round) {
+    settings.WindowLeft = round;
+    WriteSettings(settings);
+    SetRegistryNumber(ERegistryClassKey::CurrentUser, "Software\\Writer" + std::to_string(Writer), "Round", round);
+  }
+}
+
+const testing::ChildJob SecondWriter("hive-writer", [] { WriteSettingsAs(1); });
+
 // Each process rewrites the whole file for every value; without the lock one process's update would be
 // lost when the other writes back the file it read before.
 TEST(cRegistryBackendHiveSharing, TwoProcessesWritingAtOnceLoseNothing) {
   const ScopedRegistryFolder registry;
-  constexpr int Rounds = 15;
-  const auto writeSettings = [](int Writer) {
-    ApplicationSettings settings;
-    settings.LastUsedDir = "/writer" + std::to_string(Writer);
-    for (int round = 1; round <= Rounds; ++round) {
-      settings.WindowLeft = round;
-      WriteSettings(settings);
-      SetRegistryNumber(ERegistryClassKey::CurrentUser, "Software\\Writer" + std::to_string(Writer), "Round", round);
-    }
-  };
-  const pid_t child = fork();
-  ASSERT_NE(child, -1);
-  if (child == 0) {
-    writeSettings(1);
-    _exit(0);
-  }
-  writeSettings(2);
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  testing::ChildProcess child("hive-writer");
+  WriteSettingsAs(2);
+  ASSERT_TRUE(child.Succeeded());
 
   const auto hive = cRegistryHive::Parse(ReadBytes(registry.UserHive()), "HKEY_CURRENT_USER");
   ASSERT_TRUE(hive);

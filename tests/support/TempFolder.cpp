@@ -1,19 +1,26 @@
 #include "support/TempFolder.h"
 
-#include <stdlib.h>
-
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 
 namespace tarvelin::testing {
 
+// A random name rather than a counter: test programs may run side by side in the same temporary folder.
 TempFolder::TempFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "tarvelin-test-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) {
-    throw std::runtime_error("cannot create a temporary folder");
+  std::random_device seed;
+  std::mt19937_64 random(seed());
+  const auto parent = std::filesystem::temp_directory_path();
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    const auto candidate = parent / ("tarvelin-test-" + std::to_string(random() % 1000000000));
+    std::error_code error;
+    if (std::filesystem::create_directory(candidate, error)) {
+      path_ = candidate;
+      return;
+    }
   }
-  path_ = pattern;
+  throw std::runtime_error("cannot create a temporary folder");
 }
 
 TempFolder::~TempFolder() {
