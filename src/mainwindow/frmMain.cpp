@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDate>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScrollArea>
@@ -25,7 +26,9 @@
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/WindowDecoration.h"
 #include "mainwindow/WindowText.h"
+#include "mainwindow/modDisplay.h"
 #include "mainwindow/modWindowPlacement.h"
+#include "platform/qt/DecisionReport.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/modPictureConversion.h"
 #include "settingsdialog/frmOptions.h"
@@ -42,6 +45,14 @@ constexpr QSize kDesignSize(880, 700);
 
 TarvelinTopic& Topic() {
   return *Program().Topic;
+}
+
+// The report of a topic made today, its numbers written as the window shows them.
+std::string TodaysDecisionReport(const TarvelinTopic& Topic, ReportFormat Format) {
+  const NumberFormat numbers = [rounding = Topic.Rounding()](double Value) {
+    return FormatNumberForDisplay(Value, rounding, Program().DisplayAsDecimal);
+  };
+  return DecisionReport(Topic, Format, numbers, QDate::currentDate());
 }
 
 }  // namespace
@@ -86,10 +97,12 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
     CaptureWindow();
     DIBFromImage(capturedPicture_, Picture);
   };
+  Program().DecisionReport = TodaysDecisionReport;
 }
 
 frmMain::~frmMain() {
   Program().CaptureDisplay = nullptr;
+  Program().DecisionReport = nullptr;
 }
 
 void frmMain::CreateTitleAndCommands() {
@@ -246,6 +259,10 @@ bool frmMain::Form_KeyDown(QKeyEvent* event) {
       return true;
     case Qt::Key_C:
       CopyPictureToClipboard();
+      return true;
+    case Qt::Key_P:
+      editor_->txtEditBox_LostFocus();
+      SaveTopicDialog(Program().Topic, DecisionReportPdfEntry);
       return true;
     default:
       return false;

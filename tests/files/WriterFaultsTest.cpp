@@ -55,6 +55,7 @@ std::unique_ptr<TarvelinTopic> LargeTopic() {
 // screenshot.
 void SaveAs(ScriptedDialogs& Dialogs, const std::string& Target) {
   Program().CaptureDisplay = [](cDIBSection& Picture) { Picture = testing::PatternPicture(96, 32); };
+  Program().DecisionReport = [](const TarvelinTopic&, ReportFormat) { return std::string(9000, 'r'); };
   auto topic = LargeTopic();
   Dialogs.FileAnswers.push_back(Target);
   SaveTopicDialog(topic);
@@ -91,6 +92,7 @@ const WriterCase kTopicFile{"TopicFile", "topic.tvt", &SaveAs, &kPreviousFile, "
 const WriterCase kCSVExport{"CSVExport", "topic.csv", &SaveAs, &kPreviousFile, ""};
 const WriterCase kJpeg{"JpegScreenshot", "shot.jpg", &SaveAs, &kPreviousFile, "Failed to save to JPG "};
 const WriterCase kBmp{"BmpScreenshot", "shot.bmp", &SaveAs, &kPreviousFile, ""};
+const WriterCase kReport{"DecisionReport", "report.pdf", &SaveAs, &kPreviousFile, ""};
 const WriterCase kSettingsHive{"SettingsHive", "user.reg", &SaveSettingsBeside, &kPreviousHive, nullptr};
 
 void PrintTo(const WriterCase& Writer, std::ostream* Out) {
@@ -209,6 +211,11 @@ INSTANTIATE_TEST_SUITE_P(AllWriters, UnwritablePlace,
 INSTANTIATE_TEST_SUITE_P(FilesNamedByThePerson, UnwritablePlace,
                          ::testing::Combine(::testing::Values(kTopicFile, kCSVExport, kJpeg, kBmp),
                                             ::testing::Values(kMissingFolder)),
+                         CaseName);
+// The report is written as the topic's own files are; a few places show that it keeps to that.
+INSTANTIATE_TEST_SUITE_P(Report, UnwritablePlace,
+                         ::testing::Combine(::testing::Values(kReport),
+                                            ::testing::Values(kTargetIsAFolder, kReadOnlyFolder, kMissingFolder)),
                          CaseName);
 
 // ---- Writes that stop part-way ----
