@@ -515,6 +515,9 @@ bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic, int FilterIndex) {
   request.Flags = kSaveDialogFlags;
   request.InitialDir = Program().LastUsedDir;
   request.FileName = StripInvalidFileNameChars(Topic->Name());
+  if (FilterIndex == DecisionReportPdfEntry) {
+    request.FileName += ".pdf";
+  }
   const std::optional<std::string> chosen = Program().UI->SaveFile(request);
   if (!chosen) {
     return false;

@@ -45,7 +45,8 @@ bool LoadTopicReportingErrors(const std::string& FileName, std::unique_ptr<Tarve
 // it gives false, so the current file name and the modified flag stay. Cancel gives false without a message.
 bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic);
 // The same with the dialog's file type entry FilterIndex (from 1) selected at first; the entry only offers a
-// type, the name typed still chooses it.
+// type, the name typed still chooses it. With the PDF report's entry the proposed name ends in ".pdf", so
+// that accepting it writes what was asked for.
 bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic, int FilterIndex);
 // The save dialog's entry of the PDF decision report.
 inline constexpr int DecisionReportPdfEntry = 5;

@@ -62,6 +62,7 @@ class frmMainCommandsTest final : public QObject {
     const FileDialogRequest& request = Dialogs().SaveRequests[0];
     QCOMPARE(QString::fromStdString(request.Filter).split('|').at(2 * (request.FilterIndex - 1)),
              QString("Decision report - PDF (*.pdf)"));
+    QVERIFY(request.FileName.ends_with(".pdf"));
     QVERIFY(testing::ReadBytes(f_->File("car.pdf")).starts_with("%PDF"));
     QCOMPARE(Program().CurrentFileName, f_->File("car.tvt"));
     QVERIFY(Program().Modified);
