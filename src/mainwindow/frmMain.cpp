@@ -130,7 +130,8 @@ void frmMain::CreateTitleAndCommands() {
   btnNew = makeCommand("btnNew", "Start New Topic", ButtonPicture::New, "Start a new topic (Ctrl+N)");
   btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load, "Load a topic or import a CSV file (Ctrl+L)");
   btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save,
-                        "Save the topic, export it as CSV or save a picture of the window (Ctrl+S)");
+                        "Save the topic, export it as CSV, or save a picture of the window or a decision report "
+                        "(Ctrl+S; Ctrl+P for the report)");
   btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings,
                             "Change the topic's settings and your preferences");
   connect(btnNew, &QAbstractButton::clicked, this, [this] { btnNew_Click(); });
