@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QTextDocument>
 #include <string>
+#include <tuple>
 
 #include "gui_support/GuiTestRegistry.h"
 #include "mainwindow/modDisplay.h"
