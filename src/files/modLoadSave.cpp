@@ -487,16 +487,37 @@ bool SaveScreenshot(const std::string& FileName, bool AsJpeg) {
   }
 }
 
+// Writes the decision report the main window makes of Topic. Nothing is written without a window.
+void SaveDecisionReport(const std::string& FileName, const TarvelinTopic& Topic, ReportFormat Format) {
+  if (!Program().DecisionReport) {
+    return;
+  }
+  try {
+    WriteFileAtomically(FileName, Program().DecisionReport(Topic, Format));
+  } catch (const TarvelinError& error) {
+    ReportError(kSaveFailed, error);
+  }
+}
+
 }  // namespace
 
 bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic) {
+  return SaveTopicDialog(Topic, 1);
+}
+
+bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic, int FilterIndex) {
   FileDialogRequest request;
   request.Filter =
       "Tarvelin Topic (*.tvt)|*.tvt|Excel CSV file (*.csv)|*.csv|Screenshot - JPG Image (*.jpg)|*.jpg|"
-      "Screenshot - Bitmap Image (*.bmp)|*.bmp";
+      "Screenshot - Bitmap Image (*.bmp)|*.bmp|Decision report - PDF (*.pdf)|*.pdf|"
+      "Decision report - HTML (*.html)|*.html";
+  request.FilterIndex = FilterIndex;
   request.Flags = kSaveDialogFlags;
   request.InitialDir = Program().LastUsedDir;
   request.FileName = StripInvalidFileNameChars(Topic->Name());
+  if (FilterIndex == DecisionReportPdfEntry) {
+    request.FileName += ".pdf";
+  }
   const std::optional<std::string> chosen = Program().UI->SaveFile(request);
   if (!chosen) {
     return false;
@@ -510,6 +531,10 @@ bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic) {
     saved = SaveScreenshot(*chosen, true);
   } else if (extension == ".bmp") {
     SaveScreenshot(*chosen, false);
+  } else if (extension == ".pdf") {
+    SaveDecisionReport(*chosen, *Topic, ReportFormat::Pdf);
+  } else if (LastCharacters(*chosen, 5) == ".html") {
+    SaveDecisionReport(*chosen, *Topic, ReportFormat::Html);
   } else {
     saved = SaveTopicFile(*chosen, *Topic);
     if (saved) {

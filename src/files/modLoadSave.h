@@ -38,11 +38,18 @@ bool ImportTopicCSV(const std::string& FileName, std::unique_ptr<TarvelinTopic>&
 // unchanged.
 bool LoadTopicReportingErrors(const std::string& FileName, std::unique_ptr<TarvelinTopic>& Topic);
 
-// The save command: asks for a name and writes the topic in the format its last four characters choose,
-// case-sensitively and with no extension added: ".csv" a CSV export, ".jpg" and ".bmp" a screenshot of the
-// main window, anything else a topic file. True when a topic or CSV file was written or a JPEG screenshot
-// saved; the chosen name then becomes the current file name. Cancel gives false without a message.
+// The save command: asks for a name and writes the topic in the format its ending chooses, case-sensitively
+// and with no extension added: ".csv" a CSV export, ".jpg" and ".bmp" a screenshot of the main window, ".pdf"
+// and ".html" the decision report, anything else a topic file. True when a topic or CSV file was written or a
+// JPEG screenshot saved; the chosen name then becomes the current file name. A report is not the topic saved:
+// it gives false, so the current file name and the modified flag stay. Cancel gives false without a message.
 bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic);
+// The same with the dialog's file type entry FilterIndex (from 1) selected at first; the entry only offers a
+// type, the name typed still chooses it. With the PDF report's entry the proposed name ends in ".pdf", so
+// that accepting it writes what was asked for.
+bool SaveTopicDialog(std::unique_ptr<TarvelinTopic>& Topic, int FilterIndex);
+// The save dialog's entry of the PDF decision report.
+inline constexpr int DecisionReportPdfEntry = 5;
 
 // The open command: asks for a topic or CSV file and loads it (see LoadTopicReportingErrors). True when a
 // new topic replaced Topic; the chosen name then becomes the current file name.

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDate>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScrollArea>
@@ -26,7 +27,9 @@
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/WindowDecoration.h"
 #include "mainwindow/WindowText.h"
+#include "mainwindow/modDisplay.h"
 #include "mainwindow/modWindowPlacement.h"
+#include "platform/qt/DecisionReport.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/modPictureConversion.h"
 #include "settingsdialog/frmOptions.h"
@@ -43,6 +46,14 @@ constexpr QSize kDesignSize(880, 700);
 
 TarvelinTopic& Topic() {
   return *Program().Topic;
+}
+
+// The report of a topic made today, its numbers written as the window shows them.
+std::string TodaysDecisionReport(const TarvelinTopic& Topic, ReportFormat Format) {
+  const NumberFormat numbers = [rounding = Topic.Rounding()](double Value) {
+    return FormatNumberForDisplay(Value, rounding, Program().DisplayAsDecimal, DisplayDecimalSeparator());
+  };
+  return DecisionReport(Topic, Format, numbers, QDate::currentDate());
 }
 
 }  // namespace
@@ -90,10 +101,12 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
     CaptureWindow();
     DIBFromImage(capturedPicture_, Picture);
   };
+  Program().DecisionReport = TodaysDecisionReport;
 }
 
 frmMain::~frmMain() {
   Program().CaptureDisplay = nullptr;
+  Program().DecisionReport = nullptr;
 }
 
 void frmMain::CreateTitleAndCommands() {
@@ -122,7 +135,8 @@ void frmMain::CreateTitleAndCommands() {
   btnNew = makeCommand("btnNew", "Start New Topic", ButtonPicture::New, "Start a new topic (Ctrl+N)");
   btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load, "Load a topic or import a CSV file (Ctrl+L)");
   btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save,
-                        "Save the topic, export it as CSV or save a picture of the window (Ctrl+S)");
+                        "Save the topic, export it as CSV, or save a picture of the window or a decision report "
+                        "(Ctrl+S; Ctrl+P for the report)");
   btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings,
                             "Change the topic's settings and your preferences");
   connect(btnNew, &QAbstractButton::clicked, this, [this] { btnNew_Click(); });
@@ -266,6 +280,10 @@ bool frmMain::Form_KeyDown(QKeyEvent* event) {
       return true;
     case Qt::Key_C:
       CopyPictureToClipboard();
+      return true;
+    case Qt::Key_P:
+      editor_->txtEditBox_LostFocus();
+      SaveTopicDialog(Program().Topic, DecisionReportPdfEntry);
       return true;
     default:
       return false;

@@ -58,8 +58,8 @@ class frmMain final : public QWidget {
   void btnLoad_Click();
   void btnSave_Click();
   void btnSettings_Click();
-  // Ctrl+S, Ctrl+L, Ctrl+Q, Ctrl+N and Ctrl+C, with Ctrl alone, and the undo keys; true when the key was a
-  // shortcut.
+  // Ctrl+S, Ctrl+L, Ctrl+Q, Ctrl+N, Ctrl+C and Ctrl+P (the save dialog offering the PDF report first), with
+  // Ctrl alone, and the undo keys; true when the key was a shortcut.
   bool Form_KeyDown(QKeyEvent* event);
 
   // Grabs a clean picture of the client area (no command buttons, toggles, grip or highlight) into

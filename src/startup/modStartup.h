@@ -15,6 +15,9 @@ namespace tarvelin {
 
 class cDIBSection;
 
+// The two file types of the decision report.
+enum class ReportFormat { Pdf, Html };
+
 // The program-wide state shared by the main window, the file commands and the settings dialog.
 struct ProgramState {
   std::string ProductName = "Tarvelin";  // also names the source of the registry's errors
@@ -31,6 +34,8 @@ struct ProgramState {
   std::function<void(cDIBSection&)> CaptureDisplay;              // the main window's display area, up to date
   std::function<void()> SettingsDialogHide, SettingsDialogShow;  // set while the settings dialog is open
   bool IsLoading = false;                                        // the main window is between StartLoad and EndLoad
+  // The decision report of a topic as a file's bytes, in the display format of the main window, which sets it.
+  std::function<std::string(const TarvelinTopic&, ReportFormat)> DecisionReport;
 };
 
 ProgramState& Program();

@@ -54,6 +54,7 @@ std::unique_ptr<TarvelinTopic> LargeTopic() {
 // screenshot.
 void SaveAs(testing::ScriptedDialogs& Dialogs, const std::string& Target) {
   Program().CaptureDisplay = [](cDIBSection& Picture) { Picture = testing::PatternPicture(96, 32); };
+  Program().DecisionReport = [](const TarvelinTopic&, ReportFormat) { return std::string(9000, 'r'); };
   auto topic = LargeTopic();
   Dialogs.FileAnswers.push_back(Target);
   SaveTopicDialog(topic);
@@ -92,6 +93,7 @@ const WriterCase kWriters[] = {
     {"CSVExport", "topic.csv", &SaveAs, &kPreviousFile, ""},
     {"JpegScreenshot", "shot.jpg", &SaveAs, &kPreviousFile, "Failed to save to JPG "},
     {"BmpScreenshot", "shot.bmp", &SaveAs, &kPreviousFile, ""},
+    {"DecisionReport", "report.pdf", &SaveAs, &kPreviousFile, ""},
     {"SettingsHive", "user.reg", &SaveSettingsBeside, &kPreviousHive, nullptr},
 };
 

@@ -28,8 +28,14 @@ class FileCommands : public ::testing::Test {
     Program().CurrentFileName = "earlier.tvt";
     Program().Modified = true;
     Program().CaptureDisplay = [](cDIBSection& Picture) { Picture.Create(5, 3); };
+    Program().DecisionReport = [](const TarvelinTopic&, ReportFormat Format) {
+      return std::string(Format == ReportFormat::Pdf ? "%PDF report" : "<!DOCTYPE html>");
+    };
   }
-  void TearDown() override { Program().CaptureDisplay = nullptr; }
+  void TearDown() override {
+    Program().CaptureDisplay = nullptr;
+    Program().DecisionReport = nullptr;
+  }
 
   bool SaveAs(const std::string& Name) {
     dialogs_->FileAnswers.push_back(folder_.File(Name));
@@ -41,13 +47,15 @@ class FileCommands : public ::testing::Test {
   std::unique_ptr<TarvelinTopic> topic_;
 };
 
-TEST_F(FileCommands, SaveDialogOffersFourTypesAndTheTopicsNameWithoutReservedCharacters) {
+TEST_F(FileCommands, SaveDialogOffersSixTypesAndTheTopicsNameWithoutReservedCharacters) {
   SaveAs("car.tvt");
   ASSERT_EQ(dialogs_->SaveRequests.size(), 1u);
   const FileDialogRequest& request = dialogs_->SaveRequests[0];
   EXPECT_EQ(request.Filter,
             "Tarvelin Topic (*.tvt)|*.tvt|Excel CSV file (*.csv)|*.csv|Screenshot - JPG Image (*.jpg)|*.jpg|"
-            "Screenshot - Bitmap Image (*.bmp)|*.bmp");
+            "Screenshot - Bitmap Image (*.bmp)|*.bmp|Decision report - PDF (*.pdf)|*.pdf|"
+            "Decision report - HTML (*.html)|*.html");
+  EXPECT_EQ(request.FilterIndex, 1);
   EXPECT_EQ(request.Flags, 0x208802u);
   EXPECT_EQ(request.FileName, "Car new or used");
   EXPECT_EQ(request.InitialDir, folder_.Path().string());
@@ -74,10 +82,15 @@ INSTANTIATE_TEST_SUITE_P(Names, SaveRouting,
                          ::testing::Values(Routing{"car.tvt", true, ";", true}, Routing{"report.CSV", true, ";", true},
                                            Routing{"car", true, ";", true}, Routing{"car.csv", true, "Topic", true},
                                            Routing{"shot.jpg", true, "\xFF\xD8", true},
-                                           Routing{"shot.bmp", false, "BM", false}));
+                                           Routing{"shot.bmp", false, "BM", false},
+                                           Routing{"car.pdf", false, "%PDF", false},
+                                           Routing{"car.html", false, "<!DOCTYPE", false},
+                                           Routing{"car.PDF", true, ";", true}, Routing{"car.Html", true, ";", true}));
 
-TEST_F(FileCommands, SavingATopicFileClearsTheModifiedFlagButAScreenshotDoesNot) {
+TEST_F(FileCommands, SavingATopicFileClearsTheModifiedFlagButAScreenshotOrReportDoesNot) {
   SaveAs("shot.bmp");
+  SaveAs("car.pdf");
+  SaveAs("car.html");
   EXPECT_TRUE(Program().Modified);
   SaveAs("car.tvt");
   EXPECT_FALSE(Program().Modified);
@@ -91,7 +104,7 @@ TEST_F(FileCommands, CancellingTheSaveDialogChangesNothing) {
 }
 
 TEST_F(FileCommands, AFileThatCannotBeWrittenIsReportedOnceAndCountsAsNotSaved) {
-  for (const char* name : {"missing/shot.jpg", "missing/topic.csv", "missing/topic.tvt"}) {
+  for (const char* name : {"missing/shot.jpg", "missing/topic.csv", "missing/topic.tvt", "missing/report.pdf"}) {
     dialogs_->Messages.clear();
     EXPECT_FALSE(SaveAs(name)) << name;
     EXPECT_EQ(dialogs_->Messages.size(), 1u) << name;

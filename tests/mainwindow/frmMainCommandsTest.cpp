@@ -9,6 +9,7 @@
 #include "gui_support/MainWindowFixture.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/WindowDecoration.h"
+#include "support/TempFolder.h"
 
 using namespace tarvelin;
 
@@ -48,6 +49,23 @@ class frmMainCommandsTest final : public QObject {
     Click("lblAttribute_0");
     QTest::keyClick(EditBox(), Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{2});
+  }
+
+  void ctrlPOffersThePdfReportAndKeepsTheTopicsFileName() {
+    Program().CurrentFileName = f_->File("car.tvt");
+    Program().Modified = true;
+    QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(Dialogs().SaveRequests.size(), size_t{0});
+    Dialogs().FileAnswers.push_back(f_->File("car.pdf"));
+    QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier);
+    QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
+    const FileDialogRequest& request = Dialogs().SaveRequests[0];
+    QCOMPARE(QString::fromStdString(request.Filter).split('|').at(2 * (request.FilterIndex - 1)),
+             QString("Decision report - PDF (*.pdf)"));
+    QVERIFY(request.FileName.ends_with(".pdf"));
+    QVERIFY(testing::ReadBytes(f_->File("car.pdf")).starts_with("%PDF"));
+    QCOMPARE(Program().CurrentFileName, f_->File("car.tvt"));
+    QVERIFY(Program().Modified);
   }
 
   void aShortcutCommitsTheOpenEditBeforeNewRebuildsTheRows() {
