@@ -93,6 +93,9 @@ void NameLabels::lblOption_Change(int16_t Index) {
   if (static_cast<size_t>(Index) < rows_.lblScoreTitle.size()) {
     SetCaption(rows_.lblScoreTitle[static_cast<size_t>(Index)], caption);
   }
+  if (renamed_) {
+    renamed_();
+  }
   inOptionChange_ = false;
 }
 
@@ -109,6 +112,9 @@ void NameLabels::lblAttribute_Change(int16_t Index) {
   Topic().SetAttributeName(Index, caption);
   ShowEntryName(label, "Attribute", Index, caption);
   DescribeRows();
+  if (renamed_) {
+    renamed_();
+  }
   inAttributeChange_ = false;
 }
 

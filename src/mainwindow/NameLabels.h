@@ -2,7 +2,9 @@
 
 #include <QObject>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 
 class QLabel;
 
@@ -29,6 +31,8 @@ class NameLabels final {
   // Names every row's controls after its option and attribute, for screen readers ("Rating of Estate for
   // Price") and in the rating sliders' tooltips.
   void DescribeRows();
+  // Runs after an option or attribute was renamed, for whatever else shows the names.
+  void SetRenamedHandler(std::function<void()> Renamed) { renamed_ = std::move(Renamed); }
 
  private:
   void lblOption_Change(int16_t Index);
@@ -38,6 +42,7 @@ class NameLabels final {
   QLabel* lblTitle;
   RowControls& rows_;
   ScoreBars& bars_;
+  std::function<void()> renamed_;
   bool inTitleChange_ = false, inOptionChange_ = false, inAttributeChange_ = false, inScoreTitleChange_ = false;
 };
 

@@ -14,6 +14,7 @@
 #include "mainwindow/ClientArea.h"
 #include "mainwindow/EntryButtons.h"
 #include "mainwindow/HoverHighlight.h"
+#include "mainwindow/InsightDisplay.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/LoadingCover.h"
 #include "mainwindow/MainWindowLayout.h"
@@ -71,6 +72,8 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   highlight_ = std::make_unique<HoverHighlight>(client_, *rows_, *panels_, *entries_);
   bars_ = std::make_unique<ScoreBars>(*rows_, *panels_);
   names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_);
+  insight_ = std::make_unique<InsightDisplay>(client_, *rows_, *panels_, *toggles_);
+  names_->SetRenamedHandler([this] { insight_->RefreshLine(); });
   values_ = std::make_unique<ValueDisplay>(*rows_, [this] { UpdateSettings(); });
   editor_ = std::make_unique<LabelEditor>(client_, lblTitle, *rows_, *names_, *values_, *highlight_,
                                           [this](QKeyEvent* event) { return Form_KeyDown(event); });
@@ -216,8 +219,11 @@ void frmMain::btnSettings_Click() {
   editor_->txtEditBox_LostFocus();
   frmOptions options(
       false, [] { return OpenTopicDialog(Program().Topic); }, this);
+  const bool showedInsight = Program().ShowInsight;
   const OptionsOutcome outcome = options.ShowModal();
-  if (outcome.CountsChanged || outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded) {
+  // The insight's line changes the score panel's height, so turning it on or off lays the window out again.
+  if (outcome.CountsChanged || outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded ||
+      Program().ShowInsight != showedInsight) {
     bool rowsChanged = false;
     UpdateSliderArrays(rowsChanged);
     return;
@@ -342,6 +348,7 @@ void frmMain::UpdateSettings() {
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
   values_->Refresh();
   bars_->ColourScoreBars();
+  insight_->Refresh();
 }
 
 void frmMain::Form_Resize() {
@@ -366,6 +373,7 @@ void frmMain::Form_Resize() {
   LayoutCommandRowAndTitle(client_->width());
   panels_->Arrange(client_->width());
   bars_->UpdateScoreBars();
+  insight_->Arrange();
   highlight_->Clear();
   editor_->FollowLabel();
   decoration_->RepaintGradients();

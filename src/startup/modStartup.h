@@ -31,6 +31,7 @@ struct ProgramState {
   std::function<void(cDIBSection&)> CaptureDisplay;              // the main window's display area, up to date
   std::function<void()> SettingsDialogHide, SettingsDialogShow;  // set while the settings dialog is open
   bool IsLoading = false;                                        // the main window is between StartLoad and EndLoad
+  bool ShowInsight = true;  // bands, ticks and a line in the main window show how robust the best option is
 };
 
 ProgramState& Program();
