@@ -1,5 +1,6 @@
 #include "mainwindow/InsightDisplay.h"
 
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QLabel>
 #include <utility>
@@ -132,12 +133,14 @@ void InsightDisplay::ShowLine(const TopicInsight& Insight) {
   FitLine();
 }
 
-// A line too long for the panel ends in "…"; its tooltip then holds the whole of it.
+// A line too long for the panel ends in "…"; its tooltip then holds the whole of it. Qt's own eliding measures
+// the line once, where fitting it as the names are fitted would measure it once per character cut.
 void InsightDisplay::FitLine() {
-  const std::string fitted = FittedText(lblInsight, line_, lblInsight->width());
-  lblInsight->setText(QString::fromStdString(fitted));
-  lblInsight->setToolTip(fitted != line_ ? QString::fromStdString(line_) : QString());
-  lblInsight->setAccessibleDescription(QString::fromStdString(line_));
+  const QString line = QString::fromStdString(line_);
+  const QString fitted = lblInsight->fontMetrics().elidedText(line, Qt::ElideRight, lblInsight->width());
+  lblInsight->setText(fitted);
+  lblInsight->setToolTip(fitted != line ? line : QString());
+  lblInsight->setAccessibleDescription(line);
 }
 
 void InsightDisplay::ClearSliders() {
