@@ -67,5 +67,34 @@ void BM_RatingSliderChange(benchmark::State& state) {
 }
 BENCHMARK(BM_RatingSliderChange)->Unit(benchmark::kMicrosecond);
 
+// The same change with the insight into how robust the best option is off (0) and on (1). On, the bands, ticks
+// and line follow the change, and the share the best option holds in is computed in the idle moment after it.
+void BM_RatingSliderChangeByInsight(benchmark::State& state) {
+  EnsureApplication();
+  MakeTenByTenTopic();
+  // Spread ratings and weightings, so that one option leads and every band and tipping point is there to find.
+  for (int16_t a = 0; a < 10; ++a) {
+    Program().Topic->SetWeighting(a, 0.1 + 0.08 * a);
+    for (int16_t o = 0; o < 10; ++o) {
+      Program().Topic->SetRating(o, a, ((o * 37 + a * 53) % 101) / 100.0);
+    }
+  }
+  Program().ShowInsight = state.range(0) != 0;
+  frmMain window;
+  bool rowsChanged = false;
+  window.UpdateSliderArrays(rowsChanged);
+  window.show();
+  QApplication::processEvents();
+  auto* slider = window.findChild<ctlSlider*>("sliderRating_55");
+  int position = 0;
+  for (auto _ : state) {
+    position = (position + 37) % 101;
+    slider->SetValue(position);
+    QApplication::processEvents();
+  }
+  Program().ShowInsight = true;
+}
+BENCHMARK(BM_RatingSliderChangeByInsight)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
+
 }  // namespace
 }  // namespace tarvelin
