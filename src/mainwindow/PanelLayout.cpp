@@ -69,7 +69,9 @@ int PanelLayout::RatingExtent() const {
 
 PanelLayout::PanelHeights PanelLayout::Heights() const {
   const int heading = lblScores->height();
-  return {ScorePanelHeight(Topic().TotalOptions(), ScoreRowStep(), heading, toggles_.ShowScores()),
+  // The line on how robust the best option is takes one more row under the score bars.
+  const int insightRow = Program().ShowInsight && toggles_.ShowScores() ? RowStep(ScoreRowStep()) : 0;
+  return {ScorePanelHeight(Topic().TotalOptions(), ScoreRowStep(), heading, toggles_.ShowScores()) + insightRow,
           WeightingPanelHeight(WeightingExtent(), heading, RowHeight, toggles_.ShowWeightings()),
           RatingPanelHeight(Topic().TotalOptions(), RatingExtent(), RowHeight, heading, toggles_.ShowRatings())};
 }

@@ -15,6 +15,7 @@
 #include "mainwindow/ClientArea.h"
 #include "mainwindow/EntryButtons.h"
 #include "mainwindow/HoverHighlight.h"
+#include "mainwindow/InsightDisplay.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/LoadingCover.h"
 #include "mainwindow/MainWindowLayout.h"
@@ -84,7 +85,11 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   panels_ = std::make_unique<PanelLayout>(client_, *rows_, *toggles_, *entries_);
   highlight_ = std::make_unique<HoverHighlight>(client_, *rows_, *panels_, *entries_);
   bars_ = std::make_unique<ScoreBars>(*rows_, *panels_);
-  names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_, [this] { history_->Record(); });
+  names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_, [this] {
+    history_->Record();
+    insight_->RefreshLine();
+  });
+  insight_ = std::make_unique<InsightDisplay>(client_, *rows_, *panels_, *toggles_);
   values_ = std::make_unique<ValueDisplay>(
       *rows_, [this](int MergeKey) { history_->Record(MergeKey); }, [this] { UpdateSettings(); });
   editor_ = std::make_unique<LabelEditor>(client_, lblTitle, *rows_, *names_, *values_, *highlight_,
@@ -243,12 +248,15 @@ void frmMain::btnSettings_Click() {
   history_->BeginStep();
   frmOptions options(
       false, [] { return OpenTopicDialog(Program().Topic); }, this);
+  const bool showedInsight = Program().ShowInsight;
   const OptionsOutcome outcome = options.ShowModal();
   if (outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded) {
     history_->Clear();
   }
   history_->EndStep();
-  if (outcome.CountsChanged || outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded) {
+  // The insight's line changes the score panel's height, so turning it on or off lays the window out again.
+  if (outcome.CountsChanged || outcome.Result == decltype(OptionsOutcome::Result)::TopicLoaded ||
+      Program().ShowInsight != showedInsight) {
     bool rowsChanged = false;
     UpdateSliderArrays(rowsChanged);
     return;
@@ -418,6 +426,7 @@ void frmMain::UpdateSettings() {
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
   values_->Refresh();
   bars_->ColourScoreBars();
+  insight_->Refresh();
 }
 
 void frmMain::Form_Resize() {
@@ -442,6 +451,7 @@ void frmMain::Form_Resize() {
   LayoutCommandRowAndTitle(client_->width());
   panels_->Arrange(client_->width());
   bars_->UpdateScoreBars();
+  insight_->Arrange();
   highlight_->Clear();
   editor_->FollowLabel();
   decoration_->RepaintGradients();

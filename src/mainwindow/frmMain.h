@@ -16,6 +16,7 @@ class ClientArea;
 class EntryButtons;
 class GraphicalButton;
 class HoverHighlight;
+class InsightDisplay;
 class LabelEditor;
 class LoadingCover;
 class NameLabels;
@@ -49,7 +50,8 @@ class frmMain final : public QWidget {
   // window out. RowsChanged is set when rows were created or removed.
   void UpdateSliderArrays(bool& RowsChanged);
   void Form_Resize();
-  // Rewrites the title, caption, every slider and value label and the score bars' colours from the topic.
+  // Rewrites the title, caption, every slider and value label, the score bars' colours and the insight into
+  // how robust the best option is from the topic.
   void UpdateSettings();
 
   // The commands. Load and New ask to save unsaved changes first; New opens the settings dialog when the
@@ -72,6 +74,7 @@ class frmMain final : public QWidget {
   const ViewToggles& Toggles() const { return *toggles_; }
   const LabelEditor& Editor() const { return *editor_; }
   const WindowDecoration& Decoration() const { return *decoration_; }
+  const InsightDisplay& Insight() const { return *insight_; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -113,6 +116,7 @@ class frmMain final : public QWidget {
   std::unique_ptr<LabelEditor> editor_;
   std::unique_ptr<WindowDecoration> decoration_;
   std::unique_ptr<LoadingCover> cover_;
+  std::unique_ptr<InsightDisplay> insight_;
 };
 
 }  // namespace tarvelin

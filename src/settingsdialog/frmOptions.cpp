@@ -219,6 +219,11 @@ QWidget* frmOptions::BuildPreferencesPage() {
   }
   rangeRow->addStretch();
   column->addLayout(rangeRow);
+  chkShowInsight = new QCheckBox;
+  chkShowInsight->setObjectName("chkShowInsight");
+  QWidget* insight = NewChoice(chkShowInsight, "lblShowInsight", "Show how robust the best option is", page);
+  insight->setContentsMargins(14, 0, 0, 0);
+  column->addWidget(insight);
 
   column->addSpacing(10);
   column->addWidget(NewHeading("Program Settings:", page));
@@ -302,6 +307,7 @@ void frmOptions::FillControls() {
   chkNormaliseWeights->setChecked(topic.NormaliseWeights());
   optRange[program.DisplayAsDecimal ? 0 : 1]->setChecked(true);
   chkShowSettingsOnNew->setChecked(program.ShowSettingsOnNew);
+  chkShowInsight->setChecked(program.ShowInsight);
 }
 
 int16_t frmOptions::CountOf(const QLineEdit* Field) const {
@@ -343,6 +349,7 @@ void frmOptions::Apply() {
   program.DisplayAsDecimal = optRange[0]->isChecked();
   topic.SetNormaliseWeights(chkNormaliseWeights->isChecked());
   program.ShowSettingsOnNew = chkShowSettingsOnNew->isChecked();
+  program.ShowInsight = chkShowInsight->isChecked();
   outcome_.CountsChanged = countsChanged;
 }
 

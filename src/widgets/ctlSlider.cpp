@@ -1,9 +1,11 @@
 #include "widgets/ctlSlider.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -33,6 +35,14 @@ constexpr double ReadOnlyTrackHeight = 10.0;
 const QColor TrackFill(255, 255, 255);
 const QColor TrackBorder(134, 149, 156, 170);
 const QColor DisabledBar(184, 190, 196);
+
+// The band stands out above and below the track; a tick crosses the track.
+constexpr double BandHeight = 14.0;
+constexpr double BandRadius = 3.0;
+constexpr double TickWidth = 2.0;
+constexpr double TickHeight = 12.0;
+const QColor BandFill(200, 234, 192);
+const QColor TickColour(44, 110, 58);
 
 // The position a key moves the slider to, or nothing when the key is not the slider's.
 std::optional<int> KeyTarget(int Key, int Value) {
@@ -98,6 +108,20 @@ int ctlSlider::TrackInset() const {
   return readOnly_ ? 0 : EditableInset;
 }
 
+void ctlSlider::SetBand(std::optional<ValueRange> Band) {
+  if (Band != band_) {
+    band_ = Band;
+    update();
+  }
+}
+
+void ctlSlider::SetTicks(std::vector<double> Ticks) {
+  if (Ticks != ticks_) {
+    ticks_ = std::move(Ticks);
+    update();
+  }
+}
+
 QSize ctlSlider::sizeHint() const {
   return {120, PreferredHeight};
 }
@@ -147,6 +171,9 @@ void ctlSlider::paintEvent(QPaintEvent*) {
   const QColor bar = isEnabled() ? ColourFromColorref(barColour_) : DisabledBar;
 
   painter.setPen(Qt::NoPen);
+  if (band_) {
+    pPaintBand(painter, track);
+  }
   painter.setBrush(TrackBorder);
   painter.drawRoundedRect(track, radius, radius);
   painter.setBrush(TrackFill);
@@ -159,8 +186,31 @@ void ctlSlider::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(track, radius, radius);
     painter.restore();
   }
+  if (!ticks_.empty()) {
+    pPaintTicks(painter, track);
+  }
   if (!readOnly_) {
     pPaintThumb(painter, QPointF(fillEnd, track.center().y()), bar);
+  }
+}
+
+void ctlSlider::pPaintBand(QPainter& Painter, const QRectF& Track) const {
+  const double left = Track.left() + Track.width() * std::clamp(band_->first, 0.0, 1.0);
+  const double right = Track.left() + Track.width() * std::clamp(band_->second, 0.0, 1.0);
+  // A band of a single value still shows, as wide as a tick.
+  const double width = std::max(right - left, TickWidth);
+  const double centre = (left + right) / 2;
+  Painter.setBrush(BandFill);
+  Painter.drawRoundedRect(QRectF(centre - width / 2, Track.center().y() - BandHeight / 2, width, BandHeight),
+                          BandRadius, BandRadius);
+}
+
+// Ticks fall on whole pixels, so that they stay sharp.
+void ctlSlider::pPaintTicks(QPainter& Painter, const QRectF& Track) const {
+  Painter.setBrush(TickColour);
+  for (const double tick : ticks_) {
+    const double x = std::round(Track.left() + Track.width() * std::clamp(tick, 0.0, 1.0) - TickWidth / 2);
+    Painter.drawRect(QRectF(x, std::round(Track.center().y() - TickHeight / 2), TickWidth, TickHeight));
   }
 }
 
@@ -176,6 +226,18 @@ void ctlSlider::pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar
   Painter.drawEllipse(Centre, ThumbRadius, ThumbRadius);
   Painter.setBrush(lit ? Blend(Qt::white, Bar, 0.2) : QColor(Qt::white));
   Painter.drawEllipse(Centre, ThumbRadius - ThumbRing, ThumbRadius - ThumbRing);
+}
+
+bool ctlSlider::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip) {
+    const QString note = ToolTipNote();
+    if (!note.isEmpty()) {
+      const QString text = toolTip().isEmpty() ? note : toolTip() + '\n' + note;
+      QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text, this);
+      return true;
+    }
+  }
+  return QWidget::event(event);
 }
 
 void ctlSlider::mousePressEvent(QMouseEvent* event) {

@@ -2,6 +2,10 @@
 
 #include <QWidget>
 #include <cstdint>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "widgets/Palette.h"
 
@@ -36,6 +40,20 @@ class ctlSlider final : public QWidget {
   // Pixels between each edge of the widget and the end of the track (positions 0 and 100).
   int TrackInset() const;
 
+  // A pale band behind the track from one value to another, and small ticks at values (values in 0..1, a
+  // position / 100). Neither is drawn while unset, so a slider without them paints exactly as before.
+  using ValueRange = std::pair<double, double>;
+  const std::optional<ValueRange>& Band() const { return band_; }
+  void SetBand(std::optional<ValueRange> Band);
+  const std::vector<double>& Ticks() const { return ticks_; }
+  void SetTicks(std::vector<double> Ticks);
+
+  // A line under the tooltip, made only when the tooltip is shown, so that it reads the values of that
+  // moment; an empty function or text adds nothing.
+  using NoteSource = std::function<QString()>;
+  void SetToolTipNote(NoteSource Note) { note_ = std::move(Note); }
+  QString ToolTipNote() const { return note_ ? note_() : QString(); }
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -46,6 +64,7 @@ class ctlSlider final : public QWidget {
   void DragEnded();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -61,6 +80,8 @@ class ctlSlider final : public QWidget {
   int pValueAt(double X) const;
   QRectF pTrackRect() const;
   void pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar) const;
+  void pPaintBand(QPainter& Painter, const QRectF& Track) const;
+  void pPaintTicks(QPainter& Painter, const QRectF& Track) const;
 
   int value_ = 0;
   uint32_t barColour_ = Palette::OtherBar;
@@ -68,6 +89,9 @@ class ctlSlider final : public QWidget {
   bool dragging_ = false;
   int wheelRemainder_ = 0;  // angle units not yet turned into a step
   QString valueText_;
+  std::optional<ValueRange> band_;
+  std::vector<double> ticks_;
+  NoteSource note_;
 };
 
 }  // namespace tarvelin

@@ -24,6 +24,7 @@ class MainWindowFixture {
     program.Modified = false;
     program.DisplayAsDecimal = true;
     program.ShowSettingsOnNew = false;
+    program.ShowInsight = true;
     program.LastUsedDir = Folder.Temp().Path().string();
   }
 

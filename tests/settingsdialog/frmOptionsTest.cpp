@@ -28,7 +28,8 @@ QString State() {
   const TarvelinTopic& topic = *program.Topic;
   const QString rest =
       QString(topic.InvertWeights() ? "negative" : "positive") + (topic.NormaliseWeights() ? " normalised" : " plain") +
-      (program.DisplayAsDecimal ? " decimals" : " percentages") + (program.ShowSettingsOnNew ? " show" : " quiet");
+      (program.DisplayAsDecimal ? " decimals" : " percentages") + (program.ShowSettingsOnNew ? " show" : " quiet") +
+      (program.ShowInsight ? "" : " without insight");
   return State(QString::fromStdString(topic.Name()), QString::number(topic.TotalOptions()),
                QString::number(topic.TotalAttributes()), rest, program.Modified);
 }
@@ -105,6 +106,7 @@ class frmOptionsTest final : public QObject {
     program.IsLoading = false;
     program.DisplayAsDecimal = true;
     program.ShowSettingsOnNew = true;
+    program.ShowInsight = true;
   }
   void cleanupTestCase() { Program() = ProgramState(); }
 
@@ -167,6 +169,7 @@ class frmOptionsTest final : public QObject {
       Program().Topic->SetNormaliseWeights(flags);
       Program().DisplayAsDecimal = flags;
       Program().ShowSettingsOnNew = flags;
+      Program().ShowInsight = flags;
       const QString before = State();
       const auto dialog = Open(false);
       QCOMPARE(Checked(*dialog, "optWeightingType_0"), flags);  // "Negative Attributes"
@@ -193,6 +196,7 @@ class frmOptionsTest final : public QObject {
     AddRow("normalisation", "lblNormaliseWeights", "Holiday 3x2 positive normalised decimals show unmodified");
     AddRow("percentages", "lblRange_1", "Holiday 3x2 positive plain percentages show unmodified");
     AddRow("show on new", "lblShowSettingsOnNew", "Holiday 3x2 positive plain decimals quiet unmodified");
+    AddRow("insight", "lblShowInsight", "Holiday 3x2 positive plain decimals show without insight unmodified");
   }
   void okAppliesEachChoiceAndMarksOnlySavedOnesModified() {
     QFETCH(QString, label);

@@ -41,6 +41,7 @@ TEST(modSettingsFirstRun, EverySettingTakesItsDefault) {
   EXPECT_TRUE(settings.ShowSettingsOnNew);
   EXPECT_TRUE(settings.DisplayAsDecimal);
   EXPECT_FALSE(settings.NormaliseWeights);
+  EXPECT_TRUE(settings.ShowInsight);
   const WindowPlacement placement = ReadWindowPlacement(Screen);
   EXPECT_EQ(placement.Width, 9000);
   EXPECT_EQ(placement.Height, 6000);
@@ -63,11 +64,12 @@ TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
   const ScopedRegistryFolder registry;
   Program().ShowSettingsOnNew = false;
   Program().DisplayAsDecimal = false;
+  Program().ShowInsight = false;
   SaveProgramSettings({120, 240, 11000, 7000, false});
-  Program().ShowSettingsOnNew = Program().DisplayAsDecimal = true;
-  EXPECT_EQ(StoredNames(),
-            (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights", "DisplayAsDecimal",
-                                      "WindowLeft", "WindowTop", "WindowWidth", "WindowHeight", "Maximized"}));
+  Program().ShowSettingsOnNew = Program().DisplayAsDecimal = Program().ShowInsight = true;
+  EXPECT_EQ(StoredNames(), (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights",
+                                                     "DisplayAsDecimal", "WindowLeft", "WindowTop", "WindowWidth",
+                                                     "WindowHeight", "Maximized", "ShowInsight"}));
   ApplicationSettings settings;
   ReadSettings(SettingsStage::BeforeCommandLine, settings);
   ReadSettings(SettingsStage::StartUp, settings);
@@ -75,6 +77,7 @@ TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
   EXPECT_FALSE(settings.ShowSettingsOnNew);
   EXPECT_FALSE(settings.DisplayAsDecimal);
   EXPECT_TRUE(settings.NormaliseWeights);
+  EXPECT_FALSE(settings.ShowInsight);
   const WindowPlacement placement = ReadWindowPlacement(Screen);
   EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
             std::vector<int32_t>({120, 240, 11000, 7000}));

@@ -129,7 +129,8 @@ TEST(modStartupRun, TakesTheStoredSettingsAndStartsAFreshTopicAfterABadCommandLi
   testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"LastUsedDir\"=\"/data\"\r\n"
                                                                         "\"ShowSettingsOnNew\"=dword:00000000\r\n"
                                                                         "\"DisplayAsDecimal\"=dword:00000000\r\n"
-                                                                        "\"NormaliseWeights\"=dword:00000001\r\n"));
+                                                                        "\"NormaliseWeights\"=dword:00000001\r\n"
+                                                                        "\"ShowInsight\"=dword:00000000\r\n"));
   ScopedScriptedDialogs dialogs;
   Program().CurrentFileName = "old.tvt";
   Program().Modified = true;
@@ -137,7 +138,7 @@ TEST(modStartupRun, TakesTheStoredSettingsAndStartsAFreshTopicAfterABadCommandLi
   const ProgramState& state = Program();
   EXPECT_EQ(state.AppTitle, "Tarvelin");
   EXPECT_EQ(state.LastUsedDir, "/data");
-  EXPECT_FALSE(state.ShowSettingsOnNew || state.DisplayAsDecimal);
+  EXPECT_FALSE(state.ShowSettingsOnNew || state.DisplayAsDecimal || state.ShowInsight);
   EXPECT_TRUE(state.Topic->NormaliseWeights());
   EXPECT_EQ(state.CurrentFileName, "");
   EXPECT_FALSE(state.Modified);

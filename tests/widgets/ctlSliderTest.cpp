@@ -165,6 +165,25 @@ class ctlSliderTest final : public QObject {
     QCOMPARE(image.pixelColor(image.width() * 3 / 4, middle), QColor(255, 255, 255));
   }
 
+  // Band and ticks stand where their values lie on the track; taken away, they leave the plain slider.
+  void bandAndTicksStandAtTheirValuesAndLeaveNoTrace() {
+    const QImage plain = slider_->grab().toImage();
+    slider_->SetBand(std::pair{0.25, 0.75});
+    slider_->SetTicks({0.5});
+    const QImage marked = slider_->grab().toImage();
+    // Above the track, within the band's and the tick's height.
+    const auto at = [this](const QImage& Image, double Value) {
+      return Image.pixelColor(TrackPoint(*slider_, Value).x(), slider_->height() / 2 - 5);
+    };
+    QCOMPARE(at(marked, 0.1), at(plain, 0.1));
+    QCOMPARE(at(marked, 0.9), at(plain, 0.9));
+    QVERIFY(at(marked, 0.3) != at(plain, 0.3));
+    QVERIFY(at(marked, 0.5) != at(marked, 0.3));
+    slider_->SetBand(std::nullopt);
+    slider_->SetTicks({});
+    QCOMPARE(slider_->grab().toImage(), plain);
+  }
+
  private:
   std::unique_ptr<ctlSlider> slider_;
   std::unique_ptr<QSignalSpy> change_, scroll_;

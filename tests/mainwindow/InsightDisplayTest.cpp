@@ -1,0 +1,164 @@
+#include <QApplication>
+#include <QHelpEvent>
+#include <QTest>
+#include <QTimer>
+#include <QToolTip>
+#include <cmath>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "gui_support/GuiTestRegistry.h"
+#include "gui_support/MainWindowFixture.h"
+#include "mainwindow/InsightDisplay.h"
+#include "settingsdialog/frmOptions.h"
+#include "startup/modStartup.h"
+#include "widgets/ctlSlider.h"
+
+using namespace tarvelin;
+
+namespace {
+
+// A point on a slider's track at a value from 0 to 1.
+QPoint TrackPoint(const ctlSlider& Slider, double Value) {
+  const int inset = Slider.TrackInset();
+  return {static_cast<int>(std::lround(inset + Value * (Slider.width() - 2 * inset))), Slider.height() / 2};
+}
+
+// Every control of the client area by name, with its geometry.
+std::map<QString, QRect> Geometries(const QWidget& Client) {
+  std::map<QString, QRect> geometries;
+  for (const QWidget* control : Client.findChildren<QWidget*>()) {
+    if (!control->objectName().isEmpty()) {
+      geometries[control->objectName()] = control->geometry();
+    }
+  }
+  return geometries;
+}
+
+}  // namespace
+
+// How robust the best option is, as the window shows it: bands, ticks, tooltips and the line under the scores.
+class InsightDisplayTest final : public QObject {
+  Q_OBJECT
+
+ private:
+  std::unique_ptr<testing::MainWindowFixture> f_;
+
+  ctlSlider* Slider(const char* Name) { return f_->Find<ctlSlider>(Name); }
+  const std::string& Line() { return f_->Window->Insight().LineText(); }
+
+  // Estate leads Coupe by 0.120: Estate is best while Price weighs at least 0.400, or Looks at most 0.600.
+  void StartEstateAndCoupe() {
+    f_->Start(2, 2);
+    TarvelinTopic& topic = *Program().Topic;
+    topic.SetOptionName(0, "Estate");
+    topic.SetOptionName(1, "Coupe");
+    topic.SetAttributeName(0, "Price");
+    topic.SetAttributeName(1, "Looks");
+    topic.SetWeighting(0, 0.6);
+    topic.SetWeighting(1, 0.4);
+    for (int16_t cell = 0; cell < 4; ++cell) {
+      topic.SetRating(cell / 2, cell % 2, cell == 0 || cell == 3 ? 0.8 : 0.2);
+    }
+    f_->Rebuild();
+  }
+
+  // Turns the preference over in the settings dialog, opened from the window as the person opens it.
+  void ToggleInsightInSettings() {
+    QTimer::singleShot(0, f_->Window.get(), [this] {
+      auto* dialog = f_->Window->findChild<frmOptions*>();
+      QTimer::singleShot(10000, dialog, [dialog] { dialog->done(QDialog::Rejected); });  // rather fail than hang
+      for (const char* name : {"lblTabText_1", "lblShowInsight", "btnOk"}) {
+        QTest::mouseClick(dialog->findChild<QWidget*>(name), Qt::LeftButton);
+      }
+    });
+    QTest::mouseClick(f_->Find("btnSettings"), Qt::LeftButton);
+  }
+
+ private slots:
+  void init() { f_ = std::make_unique<testing::MainWindowFixture>(); }
+  void cleanup() { f_.reset(); }
+
+  // Dragging one weighting moves the other's band and ticks at once; the hold share waits for the release.
+  void draggingAWeightingMovesTheOtherBandAndTheHoldShareFollowsTheRelease() {
+    StartEstateAndCoupe();
+    ctlSlider* looks = Slider("sliderWeighting_1");
+    QCOMPARE(looks->Band()->second, 0.6);
+    QCOMPARE(looks->Ticks(), std::vector<double>{0.6});
+    QCOMPARE(Slider("sliderRating_2")->Ticks().at(0), 0.4);  // Coupe's price at which it ties Estate
+    QVERIFY(Slider("sliderRating_3")->Ticks().empty());      // no looks rating lets Coupe catch up
+    QTRY_VERIFY(Line().find("It holds in") != std::string::npos);
+
+    ctlSlider* price = Slider("sliderWeighting_0");
+    QTest::mousePress(price, Qt::LeftButton, {}, TrackPoint(*price, 0.6));
+    QTest::mouseMove(price, TrackPoint(*price, 0.3));
+    QCOMPARE(Program().Topic->GetWeighting(0), 0.3);
+    // Coupe now leads and stays best while Looks weighs at least as much as Price.
+    QCOMPARE(looks->Band()->first, 0.3);
+    QCOMPARE(looks->Band()->second, 1.0);
+    QCOMPARE(looks->Ticks(), std::vector<double>{0.3});
+    QCOMPARE(Line().substr(0, 28), std::string("Coupe leads Estate by 0.086."));
+    QTest::qWait(120);
+    QCOMPARE(Line().find("It holds in"), std::string::npos);
+    QTest::mouseRelease(price, Qt::LeftButton, {}, TrackPoint(*price, 0.3));
+    QTRY_VERIFY(Line().find("It holds in") != std::string::npos);
+  }
+
+  // The words follow the display format; a rating slider's own tooltip (which rating it is) stays on top.
+  void tooltipsSayItInWordsAndARenameRewritesTheLine() {
+    StartEstateAndCoupe();
+    Program().DisplayAsDecimal = false;
+    f_->Window->UpdateSettings();
+    QCOMPARE(Slider("sliderWeighting_0")->ToolTipNote(),
+             QString("Estate stays best while Price is at least 40.0%. Below, Coupe is best."));
+    ctlSlider* estatePrice = Slider("sliderRating_0");
+    QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), estatePrice->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(estatePrice, &help);
+    QCOMPARE(QToolTip::text(), QString("Estate: Price\nEstate stays best down to 60.0% here"));
+    QCOMPARE(Slider("sliderRating_3")->ToolTipNote(), QString("This rating alone cannot change the best option"));
+
+    QTest::mouseClick(f_->Find("lblOption_0"), Qt::LeftButton);
+    auto* editBox = f_->Find("txtEditBox");
+    QTest::keyClicks(editBox, "Wagon");
+    QTest::keyClick(editBox, Qt::Key_Return);
+    QCOMPARE(Line().substr(0, 20), std::string("Wagon leads Coupe by"));
+  }
+
+  // Off, the window is as it always was; on, the score panel is one row taller and the rest only moves down.
+  void thePreferenceAddsOneRowLeavesNoTraceWhenOffAndIsKept() {
+    Program().ShowInsight = false;
+    StartEstateAndCoupe();
+    QWidget* client = f_->Find("picClient");
+    const auto off = Geometries(*client);
+    const QImage offPicture = client->grab().toImage();
+    const int scoreBottom = off.at("picScoreFrame").bottom();
+
+    ToggleInsightInSettings();
+    QVERIFY(Program().ShowInsight);
+    const auto on = Geometries(*client);
+    for (const auto& [name, geometry] : off) {
+      if (name == "lblInsight" || name == "picScoreFrame") {
+        continue;
+      }
+      QCOMPARE(on.at(name), geometry.translated(0, geometry.top() > scoreBottom ? 25 : 0));
+    }
+    QCOMPARE(on.at("picScoreFrame"), off.at("picScoreFrame").adjusted(0, 0, 0, 25));
+    QVERIFY(f_->Find("lblInsight")->isVisible());
+    QVERIFY(Slider("sliderWeighting_0")->Band().has_value());
+
+    ToggleInsightInSettings();
+    QVERIFY(Geometries(*client) == off);
+    QCOMPARE(client->grab().toImage(), offPicture);
+
+    // The choice is kept in the settings when the window closes and read back at the next start.
+    QVERIFY(f_->Window->close());
+    Program().ShowInsight = true;
+    QVERIFY(StartUp({}));
+    QVERIFY(!Program().ShowInsight);
+  }
+};
+
+TARVELIN_GUI_TEST(InsightDisplayTest);
+
+#include "InsightDisplayTest.moc"
