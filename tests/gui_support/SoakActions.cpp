@@ -55,7 +55,7 @@ const std::vector<SoakActions::WeightedAction>& SoakActions::Actions() {
       {10, &SoakActions::ClickLabel},   {5, &SoakActions::ClickAnywhere},  {14, &SoakActions::TypeText},
       {12, &SoakActions::KeyInEditBox}, {7, &SoakActions::HoverAndDelete}, {5, &SoakActions::ClickAdd},
       {3, &SoakActions::ClickToggle},   {3, &SoakActions::Resize},         {5, &SoakActions::Command},
-      {1.5, &SoakActions::Settings},
+      {1.5, &SoakActions::Settings},    {6, &SoakActions::UndoOrRedo},
   };
   return actions;
 }
@@ -313,6 +313,16 @@ std::string SoakActions::Command() {
   QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
   QTest::keyClick(receiver, route.Shortcut, Qt::ControlModifier);
   return "Ctrl+" + KeyName(route.Shortcut) + " to " + Name(receiver);
+}
+
+// Ctrl+Z, Ctrl+Y or Ctrl+Shift+Z, to the window or to the open edit box (whose text they then act on).
+std::string SoakActions::UndoOrRedo() {
+  const int choice = Between(0, 2);
+  const Qt::Key key = choice == 1 ? Qt::Key_Y : Qt::Key_Z;
+  const Qt::KeyboardModifiers modifiers = choice == 2 ? Qt::ControlModifier | Qt::ShiftModifier : Qt::ControlModifier;
+  QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
+  QTest::keyClick(receiver, key, modifiers);
+  return std::string(choice == 2 ? "Ctrl+Shift+" : "Ctrl+") + KeyName(key) + " to " + Name(receiver);
 }
 
 std::string SoakActions::Settings() {

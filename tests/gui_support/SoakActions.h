@@ -20,7 +20,7 @@ namespace tarvelin::testing {
 // Drives the main window as a person clicking, dragging and typing at random would, through real mouse,
 // wheel and key events: slider drags, wheels and keys, clicks anywhere and on every label, typing in the
 // edit box (Escape, Tab and Enter included), hovering names and deleting their rows, the add buttons,
-// the panel toggles, resizes, and the commands with their buttons and shortcuts. The settings dialog an
+// the panel toggles, resizes, undo and redo, and the commands with their buttons and shortcuts. The settings dialog an
 // action opens is filled in and closed at random too. The same seed gives the same actions.
 class SoakActions {
  public:
@@ -51,6 +51,7 @@ class SoakActions {
   std::string ClickToggle();
   std::string Resize();
   std::string Command();
+  std::string UndoOrRedo();
   std::string Settings();
 
   int Between(int Low, int High);
