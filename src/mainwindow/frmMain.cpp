@@ -72,7 +72,7 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   editor_ = std::make_unique<LabelEditor>(client_, lblTitle, *rows_, *names_, *values_, *highlight_,
                                           [this](QKeyEvent* event) { return Form_KeyDown(event); });
   decoration_ = std::make_unique<WindowDecoration>(client_, *panels_, *toggles_);
-  client_->ShowImage(&decoration_->PersistentImage());
+  client_->ShowDecoration(decoration_.get());
   rows_->WatchLabels({editor_.get(), highlight_.get()});
   for (QLabel* heading : {panels_->lblScores, panels_->lblWeightings, panels_->lblRatings}) {
     heading->installEventFilter(editor_.get());
