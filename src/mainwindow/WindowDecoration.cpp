@@ -15,8 +15,8 @@ namespace tarvelin {
 
 namespace {
 
-// A paint is made in bands of about this many device pixels, so that a grab of a long canvas needs little
-// memory at a time.
+// A paint is made in bands of about this many device pixels (each band is drawn across the whole width), so
+// that a grab of a long canvas needs little memory at a time.
 constexpr int kBandPixels = 1 << 20;
 
 }  // namespace
@@ -52,7 +52,7 @@ QImage WindowDecoration::Render(const QRect& DevicePart, qreal PixelRatio) const
 // the area is drawn in one piece, as the pixels it shows are then sampled across the band edges.
 void WindowDecoration::Paint(QPainter& Painter, const QRect& Area) const {
   const qreal ratio = Painter.device()->devicePixelRatioF();
-  const int deviceWidth = std::max(1, static_cast<int>(std::ceil(Area.width() * ratio)));
+  const int deviceWidth = std::max(1, DecorationDeviceSize(layout_.Client, ratio).width());
   const int bandHeight =
       ratio == std::floor(ratio) ? std::max(1, static_cast<int>(kBandPixels / deviceWidth / ratio)) : Area.height();
   for (int top = Area.top(); top <= Area.bottom(); top += bandHeight) {

@@ -14,10 +14,9 @@ namespace {
 constexpr qreal kPanelCornerDiameter = 20;
 // A part is made in one piece; anything larger than this is not drawn at all.
 constexpr qint64 kLargestPartPixels = qint64{1} << 26;
-// How far beyond a part its pixels are drawn, so that the frames' antialiased edges are worked out as they are
-// for the whole decoration rather than cut at the part's edge.
+// How many rows above and below a part are drawn with it.
 constexpr int kPartMargin = 4;
-// How far beyond a part a panel's fill is made, so that the fill's cut edges stay out of the part.
+// How many rows beyond those a panel's fill is made, so that the fill's cut edges stay out of the part.
 constexpr int kFillSlack = 2;
 
 // One gradient object serves the whole program.
@@ -46,35 +45,20 @@ void FillSweep(QImage& Image, QPoint Origin, QSize WholeSize, uint32_t ColourA, 
   SharedGradientFill().GradientFillTri(part, ColourA, ColourA, ColourB, ColourA);
 }
 
-// The smallest number of device pixels that is also a whole number of device-independent pixels, so that a
-// panel's fill cut at a multiple of it is placed exactly where the whole fill would put those pixels; 0 when
-// no small number is.
-int WholeStep(qreal PixelRatio) {
-  for (int step = 1; step <= 64; ++step) {
-    const qreal independent = std::round(step / PixelRatio);
-    if (independent * PixelRatio == step) {
-      return step;
-    }
-  }
-  return 0;
-}
-
-// Only the panel's fill near the part is made; its top-left is moved out to a whole step so that it lands on
-// the same device pixels as the whole fill. False when the fill cannot be made.
+// Only the rows of the panel's fill near the part are made, and they are placed where the whole fill would
+// put them. False when the fill cannot be made.
 bool PaintPanel(QPainter& Painter, const QRect& Panel, qreal PixelRatio, const QRect& Part) {
   if (Panel.isEmpty()) {
     return true;
   }
   const QSize fillSize = DecorationDeviceSize(Panel.size(), PixelRatio);
-  const QPointF origin = QPointF(Panel.topLeft()) * PixelRatio;
-  QRect needed = QRectF(QPointF(Part.topLeft()) - origin, QSizeF(Part.size())).toAlignedRect();
-  needed = needed.adjusted(-kFillSlack, -kFillSlack, kFillSlack, kFillSlack) & QRect(QPoint(0, 0), fillSize);
+  const qreal fillTop = Panel.top() * PixelRatio;
+  const int firstRow = static_cast<int>(std::floor(Part.top() - fillTop)) - kFillSlack;
+  const int endRow = static_cast<int>(std::ceil(Part.bottom() + 1 - fillTop)) + kFillSlack;
+  const QRect needed = QRect(0, firstRow, fillSize.width(), endRow - firstRow) & QRect(QPoint(0, 0), fillSize);
   if (needed.isEmpty()) {
     return true;
   }
-  const int step = WholeStep(PixelRatio);
-  const auto alignDown = [step](int Position) { return step > 0 ? Position / step * step : 0; };
-  needed.setTopLeft(QPoint(alignDown(needed.left()), alignDown(needed.top())));
   QImage fill = MakePart(needed.size());
   if (fill.isNull()) {
     return false;
@@ -105,10 +89,12 @@ QSize DecorationDeviceSize(QSize Size, qreal PixelRatio) {
                static_cast<int>(std::ceil(Size.height() * PixelRatio)));
 }
 
+// The part is drawn across the decoration's whole width and a few rows beyond: the frames' antialiased edges
+// then come out exactly as in the whole decoration, which they do not when a frame is cut at the part's edge.
 QImage PaintDecorationPart(const DecorationLayout& Layout, qreal PixelRatio, const QRect& Part) {
   const QSize wholeSize = DecorationDeviceSize(Layout.Client, PixelRatio);
-  const QRect made =
-      Part.adjusted(-kPartMargin, -kPartMargin, kPartMargin, kPartMargin) & QRect(QPoint(0, 0), wholeSize);
+  const QRect made = QRect(0, Part.top() - kPartMargin, wholeSize.width(), Part.height() + 2 * kPartMargin) &
+                     QRect(QPoint(0, 0), wholeSize);
   QImage image = MakePart(made.size());
   if (image.isNull() || !made.contains(Part)) {
     return QImage();
