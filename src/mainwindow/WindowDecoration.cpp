@@ -17,7 +17,7 @@ namespace {
 
 // A paint is made in bands of about this many device pixels (each band is drawn across the whole width), so
 // that a grab of a long canvas needs little memory at a time.
-constexpr int kBandPixels = 1 << 20;
+constexpr int kBandPixels = 1 << 16;
 
 }  // namespace
 
@@ -40,12 +40,12 @@ void WindowDecoration::RepaintGradients() {
   client_->update();
 }
 
-QImage WindowDecoration::Render(const QRect& DevicePart, qreal PixelRatio) const {
-  QImage part = PaintDecorationPart(layout_, PixelRatio, DevicePart);
+DecorationRows WindowDecoration::Render(int Top, int Height, qreal PixelRatio) const {
+  DecorationRows rows = PaintDecorationRows(layout_, PixelRatio, Top, Height);
   for (const GuideLine& guide : guides_) {
-    DrawLine(part, DevicePart, PixelRatio, guide.Line, guide.Colour);
+    DrawLine(rows, PixelRatio, guide.Line, guide.Colour);
   }
-  return part;
+  return rows;
 }
 
 // With a whole-number pixel ratio every band starts on a device pixel and is copied one to one; otherwise
@@ -61,16 +61,15 @@ void WindowDecoration::Paint(QPainter& Painter, const QRect& Area) const {
 }
 
 // The device pixels a band shows are its corners scaled and rounded, as for any image drawn at the pixel
-// ratio; the part made is cut to the decoration, and the drawing cuts the band to match.
+// ratio; where they pass the decoration's edge, the drawing cuts the band to match.
 void WindowDecoration::PaintBand(QPainter& Painter, const QRect& Band, qreal PixelRatio) const {
   const QRect source(Band.topLeft() * PixelRatio, Band.size() * PixelRatio);
-  const QRect made = source & QRect(QPoint(0, 0), DecorationDeviceSize(layout_.Client, PixelRatio));
-  QImage part = Render(made, PixelRatio);
-  if (part.isNull()) {
+  DecorationRows rows = Render(source.top(), source.height(), PixelRatio);
+  if (rows.Image.isNull()) {
     return;
   }
-  part.setDevicePixelRatio(PixelRatio);
-  Painter.drawImage(QRectF(Band), part, QRectF(source.translated(-made.topLeft())));
+  rows.Image.setDevicePixelRatio(PixelRatio);
+  Painter.drawImage(QRectF(Band), rows.Image, QRectF(source.translated(-rows.Origin)));
 }
 
 void WindowDecoration::HLine(int16_t Y, uint32_t Colour) {

@@ -30,8 +30,8 @@ class WindowDecoration final {
   // Paints the decoration under Area (device-independent pixels of the client) with the painter of a paint
   // event or grab. A part that cannot be made is left unpainted: drawing problems never stop the program.
   void Paint(QPainter& Painter, const QRect& Area) const;
-  // The decoration's pixels for a rectangle of device pixels; null when they cannot be made.
-  QImage Render(const QRect& DevicePart, qreal PixelRatio) const;
+  // The decoration's rows (with the layout aid) around device rows [Top, Top + Height).
+  DecorationRows Render(int Top, int Height, qreal PixelRatio) const;
 
   // A layout aid: the 10-pixel lattice and the border and section rules, drawn over the decoration until
   // the next RepaintGradients.

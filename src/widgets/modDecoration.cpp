@@ -77,9 +77,9 @@ bool PaintPanel(QPainter& Painter, const QRect& Panel, qreal PixelRatio, const Q
   return true;
 }
 
-// A painter over a part that takes device-independent coordinates of the whole decoration.
-void PlacePainter(QPainter& Painter, const QRect& Part, qreal PixelRatio) {
-  Painter.setTransform(QTransform(PixelRatio, 0, 0, PixelRatio, -Part.x(), -Part.y()));
+// A painter over rows from Origin that takes device-independent coordinates of the whole decoration.
+void PlacePainter(QPainter& Painter, QPoint Origin, qreal PixelRatio) {
+  Painter.setTransform(QTransform(PixelRatio, 0, 0, PixelRatio, -Origin.x(), -Origin.y()));
 }
 
 }  // namespace
@@ -89,27 +89,35 @@ QSize DecorationDeviceSize(QSize Size, qreal PixelRatio) {
                static_cast<int>(std::ceil(Size.height() * PixelRatio)));
 }
 
-// The part is drawn across the decoration's whole width and a few rows beyond: the frames' antialiased edges
-// then come out exactly as in the whole decoration, which they do not when a frame is cut at the part's edge.
-QImage PaintDecorationPart(const DecorationLayout& Layout, qreal PixelRatio, const QRect& Part) {
+// Rows are drawn across the decoration's whole width and a few rows beyond: the frames' antialiased edges then
+// come out exactly as in the whole decoration, which they do not when a frame is cut at the part's edge.
+DecorationRows PaintDecorationRows(const DecorationLayout& Layout, qreal PixelRatio, int Top, int Height) {
   const QSize wholeSize = DecorationDeviceSize(Layout.Client, PixelRatio);
-  const QRect made = QRect(0, Part.top() - kPartMargin, wholeSize.width(), Part.height() + 2 * kPartMargin) &
-                     QRect(QPoint(0, 0), wholeSize);
-  QImage image = MakePart(made.size());
-  if (image.isNull() || !made.contains(Part)) {
-    return QImage();
+  const QRect made =
+      QRect(0, Top - kPartMargin, wholeSize.width(), Height + 2 * kPartMargin) & QRect(QPoint(0, 0), wholeSize);
+  DecorationRows rows{MakePart(made.size()), made.topLeft()};
+  if (rows.Image.isNull()) {
+    return rows;
   }
-  FillSweep(image, made.topLeft(), wholeSize, Palette::FormFirst, Palette::FormSecond);
-  QPainter painter(&image);
+  FillSweep(rows.Image, made.topLeft(), wholeSize, Palette::FormFirst, Palette::FormSecond);
+  QPainter painter(&rows.Image);
   painter.setRenderHint(QPainter::Antialiasing);
-  PlacePainter(painter, made, PixelRatio);
+  PlacePainter(painter, made.topLeft(), PixelRatio);
   for (const QRect& panel : Layout.Panels) {
     if (!PaintPanel(painter, panel, PixelRatio, made)) {
-      return QImage();
+      return {};
     }
   }
-  painter.end();
-  return made == Part ? image : image.copy(Part.translated(-made.topLeft()));
+  return rows;
+}
+
+QImage PaintDecorationPart(const DecorationLayout& Layout, qreal PixelRatio, const QRect& Part) {
+  const DecorationRows rows = PaintDecorationRows(Layout, PixelRatio, Part.top(), Part.height());
+  const QRect made(rows.Origin, rows.Image.size());
+  if (rows.Image.isNull() || !made.contains(Part)) {
+    return QImage();
+  }
+  return made == Part ? rows.Image : rows.Image.copy(Part.translated(-made.topLeft()));
 }
 
 QImage PaintWindowDecoration(QSize ClientSize, qreal PixelRatio, const QRect& ScorePanel, const QRect& WeightingPanel,
@@ -129,12 +137,12 @@ QBrush CoverBrush(QSize Size) {
   return QBrush(image);
 }
 
-void DrawLine(QImage& Part, const QRect& PartRect, qreal PixelRatio, const QLine& Line, uint32_t Colour) {
-  if (Part.isNull()) {
+void DrawLine(DecorationRows& Rows, qreal PixelRatio, const QLine& Line, uint32_t Colour) {
+  if (Rows.Image.isNull()) {
     return;
   }
-  QPainter painter(&Part);
-  PlacePainter(painter, PartRect, PixelRatio);
+  QPainter painter(&Rows.Image);
+  PlacePainter(painter, Rows.Origin, PixelRatio);
   painter.setPen(QPen(ColourFromColorref(Colour), 0));
   painter.drawLine(Line);
 }

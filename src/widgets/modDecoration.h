@@ -21,11 +21,20 @@ struct DecorationLayout {
 // The decoration's size in device pixels at a pixel ratio.
 QSize DecorationDeviceSize(QSize Size, qreal PixelRatio);
 
-// The pixels of the rectangle Part (device pixels, inside the decoration's device size) of the decoration
-// drawn at PixelRatio: the background sweep, ColourA in three corners and ColourB in the bottom-right one,
-// and each panel with its own sweep inside a rounded 20 x 20 frame. Every pixel is the one the whole
-// decoration has there. The image is in Format_RGB32 with a pixel ratio of 1; it is null when the part is
-// too large to make.
+// Rows of the decoration drawn at PixelRatio: the background sweep, ColourA in three corners and ColourB in
+// the bottom-right one, and each panel with its own sweep inside a rounded 20 x 20 frame. Image (Format_RGB32,
+// pixel ratio 1) holds the decoration's device pixels from Origin on, across its whole width; every pixel is the
+// one the whole decoration has there. Image is null when the rows are too large to make.
+struct DecorationRows {
+  QImage Image;
+  QPoint Origin;
+};
+
+// The device rows [Top, Top + Height) of the decoration and a few more either side where there are any.
+DecorationRows PaintDecorationRows(const DecorationLayout& Layout, qreal PixelRatio, int Top, int Height);
+
+// The pixels of the rectangle Part (device pixels, inside the decoration's device size); null when they cannot
+// be made.
 QImage PaintDecorationPart(const DecorationLayout& Layout, qreal PixelRatio, const QRect& Part);
 
 // The whole decoration of an area of the given size, drawn at the screen's pixel ratio so that it stays
@@ -36,8 +45,7 @@ QImage PaintWindowDecoration(QSize ClientSize, qreal PixelRatio, const QRect& Sc
 // The loading cover's fill: the background sweep with its two colours exchanged.
 QBrush CoverBrush(QSize Size);
 
-// Draws a one-pixel line, given in device-independent pixels of the whole decoration, into a part of it made
-// by PaintDecorationPart.
-void DrawLine(QImage& Part, const QRect& PartRect, qreal PixelRatio, const QLine& Line, uint32_t Colour);
+// Draws a one-pixel line, given in device-independent pixels of the whole decoration, over rows of it.
+void DrawLine(DecorationRows& Rows, qreal PixelRatio, const QLine& Line, uint32_t Colour);
 
 }  // namespace tarvelin
