@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QFont>
+#include <QString>
 #include <string>
+
+#include "util/modFormElements.h"
 
 class QLabel;
 
@@ -10,7 +13,12 @@ namespace tarvelin {
 // The window's labels ask for this face in every size.
 QFont LabelFont(int PointSize, bool Bold = false);
 
-// A caption shortened with "…" until it fits a width in the label's font.
+// The advance width of a text in a font. Widths are kept once measured: every layout pass fits the same
+// captions again, and shaping a text costs far more than looking it up.
+int TextWidth(const QFont& Font, const QString& Text);
+
+// A caption shortened with "…" until it fits a width in the font.
+FittedCaption FitText(const QFont& Font, const std::string& Caption, int Width);
 std::string FittedText(const QLabel* Label, const std::string& Caption, int Width);
 
 }  // namespace tarvelin
