@@ -379,6 +379,14 @@ void frmMain::ResizeCanvas(int ContentHeight) {
   const bool scrolls = ContentHeight > viewportHeight;
   const int scrollBarWidth = scrolls ? scrollArea_->verticalScrollBar()->sizeHint().width() : 0;
   client_->resize(std::max(0, width() - scrollBarWidth), std::max(viewportHeight, ContentHeight));
+  // Beside a scroll bar the grip keeps off the canvas: overlapping it, it would make every scroll repaint
+  // the whole view instead of moving it.
+  const int overCanvas = client_->width() - imgResizeTab->x();
+  if (scrolls && overCanvas > 0 && overCanvas < kResizeTabSize) {
+    imgResizeTab->setMask(QRegion(overCanvas, 0, kResizeTabSize - overCanvas, kResizeTabSize));
+  } else {
+    imgResizeTab->clearMask();
+  }
 }
 
 void frmMain::imgResizeTab_MouseDown() {
