@@ -51,27 +51,22 @@ uint8_t ByteOf(const ChannelRamp& Channel) {
   return static_cast<uint8_t>(Channel.Value >> kFractionBits);
 }
 
-// How many pixels from the ramp's start share its colour (at least one). The decoration's sweeps change by a
-// few dozen levels over hundreds of pixels, so whole runs can be filled at once; a ramp that changes more
-// often than every fourth pixel is taken a pixel at a time rather than paying for the divisions.
-int64_t SameColourRun(const ColourRamp& Ramp) {
-  int64_t run = std::numeric_limits<int64_t>::max();
-  for (const ChannelRamp& channel : Ramp) {
-    if (channel.Step == 0) {
-      continue;
-    }
-    if (channel.Step >= kFixedUnit / 4 || channel.Step <= -kFixedUnit / 4) {
-      return 1;
-    }
-    const int64_t levelStart = channel.Value >> kFractionBits << kFractionBits;
-    if (channel.Step > 0) {
-      const int64_t toNextLevel = levelStart + kFixedUnit - channel.Value;
-      run = std::min(run, (toNextLevel + channel.Step - 1) / channel.Step);
-    } else {
-      run = std::min(run, (channel.Value - levelStart) / -channel.Step + 1);
-    }
+// How many pixels from a channel's current value on share its byte (at least one); none when it never
+// changes. The decoration's sweeps change by a few dozen levels over hundreds of pixels, so whole runs can be
+// filled at once; a channel that changes more often than every fourth pixel is taken a pixel at a time rather
+// than paying for the division.
+int64_t SameByteRun(const ChannelRamp& Channel) {
+  if (Channel.Step == 0) {
+    return std::numeric_limits<int64_t>::max();
   }
-  return run;
+  if (Channel.Step >= kFixedUnit / 4 || Channel.Step <= -kFixedUnit / 4) {
+    return 1;
+  }
+  const int64_t levelStart = Channel.Value >> kFractionBits << kFractionBits;
+  if (Channel.Step > 0) {
+    return (levelStart + kFixedUnit - Channel.Value + Channel.Step - 1) / Channel.Step;
+  }
+  return (Channel.Value - levelStart) / -Channel.Step + 1;
 }
 
 // Pixels as a DIB stores them: blue, green, red.
@@ -97,13 +92,25 @@ struct WordPixels {
   }
 };
 
+// Each channel's next change is worked out only when it has changed, so a run costs a division only for the
+// channel that ends it.
 template <class Pixels>
 void FillSpan(Pixels Out, int64_t Count, ColourRamp Ramp) {
-  while (Count > 0) {
-    const int64_t run = std::min(Count, SameColourRun(Ramp));
-    Out.Put(run, ByteOf(Ramp[0]), ByteOf(Ramp[1]), ByteOf(Ramp[2]));
-    Advance(Ramp, run);
-    Count -= run;
+  std::array<int64_t, 3> nextChange{};
+  for (size_t c = 0; c < 3; ++c) {
+    nextChange[c] = SameByteRun(Ramp[c]);
+  }
+  int64_t done = 0;
+  while (done < Count) {
+    const int64_t end = std::min({Count, nextChange[0], nextChange[1], nextChange[2]});
+    Out.Put(end - done, ByteOf(Ramp[0]), ByteOf(Ramp[1]), ByteOf(Ramp[2]));
+    Advance(Ramp, end - done);
+    for (size_t c = 0; c < 3; ++c) {
+      if (nextChange[c] == end) {
+        nextChange[c] = end + SameByteRun(Ramp[c]);
+      }
+    }
+    done = end;
   }
 }
 
