@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "graphics/cDIBSection.h"
 
@@ -19,7 +20,8 @@ Channels ChannelsOf(const TriVertex& Vertex) {
 }
 
 constexpr int kFractionBits = 40;
-constexpr double kFixedOne = static_cast<double>(int64_t{1} << kFractionBits);
+constexpr int64_t kFixedUnit = int64_t{1} << kFractionBits;
+constexpr double kFixedOne = static_cast<double>(kFixedUnit);
 
 // One channel along a run of pixels, in byte units as fixed point with 40 fraction bits. The start is raised
 // by more than the rounding of all the steps together, so a run never falls below the exact value (a flat
@@ -39,19 +41,110 @@ ColourRamp MakeRamp(const Channels& Start, const Channels& Slope, int64_t Length
   return ramp;
 }
 
-void FillSpan(uint8_t* Pixel, int64_t Count, const ColourRamp& Ramp) {
-  int64_t blue = Ramp[0].Value;
-  int64_t green = Ramp[1].Value;
-  int64_t red = Ramp[2].Value;
-  for (int64_t i = 0; i < Count; ++i, Pixel += 3) {
-    Pixel[0] = static_cast<uint8_t>(blue >> kFractionBits);
-    Pixel[1] = static_cast<uint8_t>(green >> kFractionBits);
-    Pixel[2] = static_cast<uint8_t>(red >> kFractionBits);
-    blue += Ramp[0].Step;
-    green += Ramp[1].Step;
-    red += Ramp[2].Step;
+void Advance(ColourRamp& Ramp, int64_t Pixels) {
+  for (ChannelRamp& channel : Ramp) {
+    channel.Value += Pixels * channel.Step;
   }
 }
+
+uint8_t ByteOf(const ChannelRamp& Channel) {
+  return static_cast<uint8_t>(Channel.Value >> kFractionBits);
+}
+
+// How many pixels from a channel's current value on share its byte (at least one); none when it never
+// changes. The decoration's sweeps change by a few dozen levels over hundreds of pixels, so whole runs can be
+// filled at once; a channel that changes more often than every fourth pixel is taken a pixel at a time rather
+// than paying for the division.
+int64_t SameByteRun(const ChannelRamp& Channel) {
+  if (Channel.Step == 0) {
+    return std::numeric_limits<int64_t>::max();
+  }
+  if (Channel.Step >= kFixedUnit / 4 || Channel.Step <= -kFixedUnit / 4) {
+    return 1;
+  }
+  const int64_t levelStart = Channel.Value >> kFractionBits << kFractionBits;
+  if (Channel.Step > 0) {
+    return (levelStart + kFixedUnit - Channel.Value + Channel.Step - 1) / Channel.Step;
+  }
+  return (Channel.Value - levelStart) / -Channel.Step + 1;
+}
+
+// Pixels as a DIB stores them: blue, green, red.
+struct BgrPixels {
+  uint8_t* Next;
+
+  void Put(int64_t Count, uint8_t Blue, uint8_t Green, uint8_t Red) {
+    for (; Count > 0; --Count, Next += 3) {
+      Next[0] = Blue;
+      Next[1] = Green;
+      Next[2] = Red;
+    }
+  }
+};
+
+// Pixels as 0xFFRRGGBB words.
+struct WordPixels {
+  uint32_t* Next;
+
+  void Put(int64_t Count, uint8_t Blue, uint8_t Green, uint8_t Red) {
+    const uint32_t word = 0xFF000000u | uint32_t{Red} << 16 | uint32_t{Green} << 8 | Blue;
+    Next = std::fill_n(Next, Count, word);
+  }
+};
+
+// Each channel's next change is worked out only when it has changed, so a run costs a division only for the
+// channel that ends it.
+template <class Pixels>
+void FillSpan(Pixels Out, int64_t Count, ColourRamp Ramp) {
+  std::array<int64_t, 3> nextChange{};
+  for (size_t c = 0; c < 3; ++c) {
+    nextChange[c] = SameByteRun(Ramp[c]);
+  }
+  int64_t done = 0;
+  while (done < Count) {
+    const int64_t end = std::min({Count, nextChange[0], nextChange[1], nextChange[2]});
+    Out.Put(end - done, ByteOf(Ramp[0]), ByteOf(Ramp[1]), ByteOf(Ramp[2]));
+    Advance(Ramp, end - done);
+    for (size_t c = 0; c < 3; ++c) {
+      if (nextChange[c] == end) {
+        nextChange[c] = end + SameByteRun(Ramp[c]);
+      }
+    }
+    done = end;
+  }
+}
+
+// The pixels a fill may write: [Left, Right) x [Top, Bottom) of a picture of WholeWidth x WholeHeight, whose
+// size places the gradient's vertices.
+class DibRows {
+ public:
+  explicit DibRows(cDIBSection& Picture) : picture_(Picture) {}
+
+  int64_t WholeWidth() const { return picture_.Width(); }
+  int64_t Left() const { return 0; }
+  int64_t Right() const { return picture_.Width(); }
+  int64_t Top() const { return 0; }
+  int64_t Bottom() const { return picture_.Height(); }
+  BgrPixels At(int64_t X, int64_t Y) { return {picture_.ScanLine(static_cast<int32_t>(Y)) + X * 3}; }
+
+ private:
+  cDIBSection& picture_;
+};
+
+class PartRows {
+ public:
+  explicit PartRows(const PicturePart& Part) : part_(Part) {}
+
+  int64_t WholeWidth() const { return part_.WholeWidth; }
+  int64_t Left() const { return std::max(part_.Left, 0); }
+  int64_t Right() const { return std::min(int64_t{part_.Left} + part_.Width, int64_t{part_.WholeWidth}); }
+  int64_t Top() const { return std::max(part_.Top, 0); }
+  int64_t Bottom() const { return std::min(int64_t{part_.Top} + part_.Height, int64_t{part_.WholeHeight}); }
+  WordPixels At(int64_t X, int64_t Y) { return {part_.Bits + (Y - part_.Top) * part_.WordsPerLine + (X - part_.Left)}; }
+
+ private:
+  const PicturePart& part_;
+};
 
 // A rectangle from UpperLeft to LowerRight (both edges exclusive there) whose colour runs from UpperLeft's at
 // its left (or top) edge towards LowerRight's at the opposite edge.
@@ -80,13 +173,13 @@ void FillRectangle(cDIBSection& Target, const TriVertex& UpperLeft, const TriVer
   const int64_t width = right - left;
   if (Vertical) {
     for (int64_t y = top; y < bottom; ++y) {
-      FillSpan(Target.ScanLine(static_cast<int32_t>(y)) + left * 3, width,
+      FillSpan(BgrPixels{Target.ScanLine(static_cast<int32_t>(y)) + left * 3}, width,
                MakeRamp(valueAt(y - UpperLeft.y), {}, width));
     }
     return;
   }
   uint8_t* firstRow = Target.ScanLine(static_cast<int32_t>(top)) + left * 3;
-  FillSpan(firstRow, width, MakeRamp(valueAt(left - UpperLeft.x), slope, width));
+  FillSpan(BgrPixels{firstRow}, width, MakeRamp(valueAt(left - UpperLeft.x), slope, width));
   for (int64_t y = top + 1; y < bottom; ++y) {
     std::memcpy(Target.ScanLine(static_cast<int32_t>(y)) + left * 3, firstRow, static_cast<size_t>(width * 3));
   }
@@ -125,7 +218,10 @@ void ClipRunToEdge(const Edge& Side, int64_t Y, int64_t& Left, int64_t& Right) {
   }
 }
 
-void FillTriangle(cDIBSection& Target, const TriVertex& V0, const TriVertex& V1, const TriVertex& V2) {
+// Each row's run is found and its colours started at its left end as over the whole picture, then cut to the
+// pixels the target holds, so a part gets exactly the whole picture's colours.
+template <class Rows>
+void FillTriangle(Rows Target, const TriVertex& V0, const TriVertex& V1, const TriVertex& V2) {
   const int64_t area =
       (int64_t{V1.x} - V0.x) * (int64_t{V2.y} - V0.y) - (int64_t{V1.y} - V0.y) * (int64_t{V2.x} - V0.x);
   if (area == 0) {
@@ -137,15 +233,17 @@ void FillTriangle(cDIBSection& Target, const TriVertex& V0, const TriVertex& V1,
                                      EdgeThrough(V0, V1, orientation)};
   const std::array<Channels, 3> colours = {ChannelsOf(V0), ChannelsOf(V1), ChannelsOf(V2)};
   const double weightScale = 1.0 / static_cast<double>(area * orientation);
-  const int64_t top = std::max(std::min({V0.y, V1.y, V2.y}), 0);
-  const int64_t bottom = std::min(std::max({V0.y, V1.y, V2.y}), Target.Height() - 1);
+  const int64_t top = std::max(int64_t{std::min({V0.y, V1.y, V2.y})}, Target.Top());
+  const int64_t bottom = std::min(int64_t{std::max({V0.y, V1.y, V2.y})}, Target.Bottom() - 1);
   for (int64_t y = top; y <= bottom; ++y) {
     int64_t left = 0;
-    int64_t right = Target.Width();
+    int64_t right = Target.WholeWidth();
     for (const Edge& side : edges) {
       ClipRunToEdge(side, y, left, right);
     }
-    if (left >= right) {
+    const int64_t from = std::max(left, Target.Left());
+    const int64_t to = std::min(right, Target.Right());
+    if (from >= to) {
       continue;
     }
     Channels start{};
@@ -158,7 +256,9 @@ void FillTriangle(cDIBSection& Target, const TriVertex& V0, const TriVertex& V1,
         slope[c] += colours[vertex][c] * weightStep;
       }
     }
-    FillSpan(Target.ScanLine(static_cast<int32_t>(y)) + left * 3, right - left, MakeRamp(start, slope, right - left));
+    ColourRamp ramp = MakeRamp(start, slope, right - left);
+    Advance(ramp, from - left);
+    FillSpan(Target.At(from, y), to - from, ramp);
   }
 }
 
@@ -168,6 +268,15 @@ TriVertex VertexAt(int32_t X, int32_t Y, uint32_t Colour) {
   vertex.y = Y;
   SetTriVertexColour(vertex, Colour);
   return vertex;
+}
+
+template <class Rows>
+void FillFourCorners(Rows Target, int32_t Width, int32_t Height, uint32_t tlColor, uint32_t trColor, uint32_t brColor,
+                     uint32_t blColor) {
+  const TriVertex topLeft = VertexAt(0, 0, tlColor);
+  const TriVertex bottomRight = VertexAt(Width, Height, brColor);
+  FillTriangle(Target, topLeft, VertexAt(Width, 0, trColor), bottomRight);
+  FillTriangle(Target, topLeft, bottomRight, VertexAt(0, Height, blColor));
 }
 
 // A band across the whole picture from position From to To along the gradient's direction.
@@ -214,12 +323,15 @@ void clsGradientFill::GradientFillTri(cDIBSection& Drawable, uint32_t tlColor, u
   if (mode_ == GradientModeUnavailable) {
     return;
   }
-  const int32_t width = Drawable.Width();
-  const int32_t height = Drawable.Height();
-  const TriVertex topLeft = VertexAt(0, 0, tlColor);
-  const TriVertex bottomRight = VertexAt(width, height, brColor);
-  FillTriangle(Drawable, topLeft, VertexAt(width, 0, trColor), bottomRight);
-  FillTriangle(Drawable, topLeft, bottomRight, VertexAt(0, height, blColor));
+  FillFourCorners(DibRows(Drawable), Drawable.Width(), Drawable.Height(), tlColor, trColor, brColor, blColor);
+}
+
+void clsGradientFill::GradientFillTri(const PicturePart& Part, uint32_t tlColor, uint32_t trColor, uint32_t brColor,
+                                      uint32_t blColor) const {
+  if (mode_ == GradientModeUnavailable) {
+    return;
+  }
+  FillFourCorners(PartRows(Part), Part.WholeWidth, Part.WholeHeight, tlColor, trColor, brColor, blColor);
 }
 
 }  // namespace tarvelin

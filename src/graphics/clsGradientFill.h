@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace tarvelin {
@@ -19,6 +20,20 @@ struct TriVertex {
 // Fills a vertex's colour from a 0x00BBGGRR colour: each byte moves to the high byte of its component, so a
 // byte of 0x80 or more gives a component of 0x8000 or more. Alpha is always 0.
 void SetTriVertexColour(TriVertex& Vertex, uint32_t Colour);
+
+// A part of a larger picture held as 32-bit pixels: native-endian 0xFFRRGGBB words, rows top-down
+// WordsPerLine apart, as a QImage in Format_RGB32 holds them. The part is the Width x Height pixels from
+// (Left, Top) of a picture of WholeWidth x WholeHeight; pixels of the part outside that picture are left alone.
+struct PicturePart {
+  uint32_t* Bits = nullptr;
+  std::ptrdiff_t WordsPerLine = 0;
+  int32_t Left = 0;
+  int32_t Top = 0;
+  int32_t Width = 0;
+  int32_t Height = 0;
+  int32_t WholeWidth = 0;
+  int32_t WholeHeight = 0;
+};
 
 // Values of GradientMode.
 inline constexpr int32_t GradientModeUnavailable = 0;  // every drawing method does nothing
@@ -43,6 +58,11 @@ class clsGradientFill {
   void GradientFillRec(cDIBSection& Drawable, uint32_t iColor1, uint32_t iColor2, bool bDirectionVert) const;
   // A colour per corner, drawn as two triangles meeting on the diagonal from top-left to bottom-right.
   void GradientFillTri(cDIBSection& Drawable, uint32_t tlColor, uint32_t trColor, uint32_t brColor,
+                       uint32_t blColor) const;
+  // The same gradient laid over the whole picture, with only the part's pixels written: every pixel gets
+  // exactly the colour it gets when the whole picture is drawn, so a picture too large to keep can be drawn
+  // a part at a time.
+  void GradientFillTri(const PicturePart& Part, uint32_t tlColor, uint32_t trColor, uint32_t brColor,
                        uint32_t blColor) const;
 
  private:

@@ -3,6 +3,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include "mainwindow/WindowDecoration.h"
+
 namespace tarvelin {
 
 ClientArea::ClientArea(QWidget* parent) : QWidget(parent) {
@@ -10,13 +12,16 @@ ClientArea::ClientArea(QWidget* parent) : QWidget(parent) {
   setMouseTracking(true);
 }
 
+// Controls repainted far apart arrive as one region; each of its rectangles is drawn alone so that the
+// space between them costs nothing.
 void ClientArea::paintEvent(QPaintEvent* event) {
-  if (image_ == nullptr) {
+  if (decoration_ == nullptr) {
     return;
   }
   QPainter painter(this);
-  const qreal ratio = image_->devicePixelRatio();
-  painter.drawImage(event->rect(), *image_, QRectF(event->rect().topLeft() * ratio, event->rect().size() * ratio));
+  for (const QRect& area : event->region()) {
+    decoration_->Paint(painter, area);
+  }
 }
 
 }  // namespace tarvelin

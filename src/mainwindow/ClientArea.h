@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QImage>
 #include <QWidget>
 
 namespace tarvelin {
 
-// The main window's drawing surface: it shows the window's persistent image, which is built only when the
-// decoration changes, so a paint event is a single blit.
+class WindowDecoration;
+
+// The main window's drawing surface: it shows the window's decoration under its controls, painting only
+// the parts that a paint event asks for.
 class ClientArea final : public QWidget {
   Q_OBJECT
 
@@ -14,14 +15,14 @@ class ClientArea final : public QWidget {
   explicit ClientArea(QWidget* parent = nullptr);
   Q_DISABLE_COPY_MOVE(ClientArea)
 
-  // The image to show; it must outlive the client area.
-  void ShowImage(const QImage* PersistentImage) { image_ = PersistentImage; }
+  // The decoration to show; it must outlive the client area.
+  void ShowDecoration(const WindowDecoration* Decoration) { decoration_ = Decoration; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  const QImage* image_ = nullptr;
+  const WindowDecoration* decoration_ = nullptr;
 };
 
 }  // namespace tarvelin

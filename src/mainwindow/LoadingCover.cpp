@@ -8,18 +8,24 @@
 
 namespace tarvelin {
 
-LoadingCover::LoadingCover(QWidget* Form) : form_(Form) {
-  picMask = new QWidget(Form);
+LoadingCover::LoadingCover(QWidget* Form) : form_(Form) {}
+
+// Made when first needed: a start that opens a file never shows it.
+void LoadingCover::Create() {
+  if (picMask != nullptr) {
+    return;
+  }
+  picMask = new QWidget(form_);
   picMask->setObjectName("picMask");
   picMask->setAutoFillBackground(true);
   lblLoading = new QLabel("Loading...", picMask);
   lblLoading->setObjectName("lblLoading");
   lblLoading->setFont(LabelFont(20, true));
   lblLoading->adjustSize();
-  picMask->hide();
 }
 
 void LoadingCover::Show() {
+  Create();
   shown_ = true;
   Program().IsLoading = true;
   Layout();
@@ -29,7 +35,9 @@ void LoadingCover::Show() {
 }
 
 void LoadingCover::Hide() {
-  picMask->hide();
+  if (picMask != nullptr) {
+    picMask->hide();
+  }
   shown_ = false;
   Program().IsLoading = false;
 }

@@ -21,6 +21,8 @@ class LoadingCover final {
   void Layout();
 
  private:
+  void Create();
+
   QWidget* form_;
   QWidget* picMask = nullptr;
   QLabel* lblLoading = nullptr;

@@ -65,6 +65,8 @@ void RowControls::ResizeLabels(std::vector<QLabel*>& Labels, const char* Array, 
   }
   while (Labels.size() < Count) {
     Labels.push_back(CreateLabel(Array, Labels.size(), Bold, AlignRight));
+    // The layout gives every control its place, so showing it need not work out a size of its own first.
+    Labels.back()->setAttribute(Qt::WA_Resized);
     Labels.back()->show();
   }
 }
@@ -90,6 +92,7 @@ void RowControls::ResizeSliders(std::vector<ctlSlider*>& Sliders, const char* Ar
       QObject::connect(slider, &ctlSlider::DragStarted, client_, report(SliderEvent::DragStarted));
       QObject::connect(slider, &ctlSlider::DragEnded, client_, report(SliderEvent::DragEnded));
     }
+    slider->setAttribute(Qt::WA_Resized);
     slider->show();
     Sliders.push_back(slider);
   }

@@ -7,6 +7,7 @@
 #include "mainwindow/MainWindowLayout.h"
 #include "mainwindow/PanelLayout.h"
 #include "mainwindow/RowControls.h"
+#include "mainwindow/WindowText.h"
 #include "startup/modStartup.h"
 #include "util/modFormElements.h"
 #include "widgets/Palette.h"
@@ -25,12 +26,9 @@ void ScoreBars::UpdateScoreBars() {
   for (size_t i = 0; i < rows_.lblScoreTitle.size(); ++i) {
     QLabel* title = rows_.lblScoreTitle[i];
     const std::string name = topic.GetOptionName(static_cast<int16_t>(i));
-    const QFontMetrics metrics(title->font());
-    const auto fitted = FitCaption(name, fitWidth, [&metrics](std::string_view text) {
-      return metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-    });
+    const FittedCaption fitted = FitText(title->font(), name, fitWidth);
     title->setText(QString::fromStdString(fitted.Text));
-    widest = std::max(widest, metrics.horizontalAdvance(title->text()));
+    widest = std::max(widest, TextWidth(title->font(), title->text()));
     const QString number = QString::number(i + 1);
     title->setToolTip(fitted.Text != name
                           ? QString("Scores for option %1: %2").arg(number, QString::fromStdString(name))

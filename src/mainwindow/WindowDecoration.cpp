@@ -1,40 +1,85 @@
 #include "mainwindow/WindowDecoration.h"
 
 #include <QLabel>
+#include <QPainter>
 #include <QWidget>
+#include <algorithm>
+#include <cmath>
 
 #include "mainwindow/MainWindowLayout.h"
 #include "mainwindow/PanelLayout.h"
 #include "mainwindow/ViewToggles.h"
 #include "startup/modStartup.h"
-#include "widgets/modDecoration.h"
 
 namespace tarvelin {
+
+namespace {
+
+// A paint is made in bands of about this many device pixels (each band is drawn across the whole width), so
+// that a grab of a long canvas needs little memory at a time.
+constexpr int kBandPixels = 1 << 16;
+
+}  // namespace
 
 WindowDecoration::WindowDecoration(QWidget* Client, const PanelLayout& Panels, const ViewToggles& Toggles)
     : client_(Client), panels_(Panels), toggles_(Toggles) {}
 
-// The layout runs several times while a topic is loaded; the decoration only changes with the geometry.
+// The layout runs several times while a topic is loaded; the client is repainted only when the decoration
+// changes.
 void WindowDecoration::RepaintGradients() {
-  const DecorationGeometry geometry{client_->size(), client_->devicePixelRatioF(), panels_.picScoreFrame->geometry(),
-                                    panels_.picWeightingFrame->geometry(), panels_.picRatingFrame->geometry()};
-  if (geometry == decorationGeometry_ && !persistentImage_.isNull()) {
+  const DecorationLayout layout{
+      client_->size(),
+      {panels_.picScoreFrame->geometry(), panels_.picWeightingFrame->geometry(), panels_.picRatingFrame->geometry()}};
+  const qreal pixelRatio = client_->devicePixelRatioF();
+  if (layout == layout_ && pixelRatio == pixelRatio_ && guides_.empty()) {
     return;
   }
-  decorationGeometry_ = geometry;
-  persistentImage_ = PaintWindowDecoration(geometry.Client, geometry.PixelRatio, geometry.ScorePanel,
-                                           geometry.WeightingPanel, geometry.RatingPanel);
+  layout_ = layout;
+  pixelRatio_ = pixelRatio;
+  guides_.clear();
   client_->update();
 }
 
+DecorationRows WindowDecoration::Render(int Top, int Height, qreal PixelRatio) const {
+  DecorationRows rows = PaintDecorationRows(layout_, PixelRatio, Top, Height);
+  for (const GuideLine& guide : guides_) {
+    DrawLine(rows, PixelRatio, guide.Line, guide.Colour);
+  }
+  return rows;
+}
+
+// With a whole-number pixel ratio every band starts on a device pixel and is copied one to one; otherwise
+// the area is drawn in one piece, as the pixels it shows are then sampled across the band edges.
+void WindowDecoration::Paint(QPainter& Painter, const QRect& Area) const {
+  const qreal ratio = Painter.device()->devicePixelRatioF();
+  const int deviceWidth = std::max(1, DecorationDeviceSize(layout_.Client, ratio).width());
+  const int bandHeight =
+      ratio == std::floor(ratio) ? std::max(1, static_cast<int>(kBandPixels / deviceWidth / ratio)) : Area.height();
+  for (int top = Area.top(); top <= Area.bottom(); top += bandHeight) {
+    PaintBand(Painter, QRect(Area.left(), top, Area.width(), std::min(bandHeight, Area.bottom() + 1 - top)), ratio);
+  }
+}
+
+// The device pixels a band shows are its corners scaled and rounded, as for any image drawn at the pixel
+// ratio; where they pass the decoration's edge, the drawing cuts the band to match.
+void WindowDecoration::PaintBand(QPainter& Painter, const QRect& Band, qreal PixelRatio) const {
+  const QRect source(Band.topLeft() * PixelRatio, Band.size() * PixelRatio);
+  DecorationRows rows = Render(source.top(), source.height(), PixelRatio);
+  if (rows.Image.isNull()) {
+    return;
+  }
+  rows.Image.setDevicePixelRatio(PixelRatio);
+  Painter.drawImage(QRectF(Band), rows.Image, QRectF(source.translated(-rows.Origin)));
+}
+
 void WindowDecoration::HLine(int16_t Y, uint32_t Colour) {
-  decorationGeometry_ = {};
-  DrawLine(persistentImage_, QLine(0, Y, client_->width(), Y), Colour);
+  guides_.push_back({QLine(0, Y, client_->width(), Y), Colour});
+  client_->update();
 }
 
 void WindowDecoration::VLine(int16_t X, uint32_t Colour) {
-  decorationGeometry_ = {};
-  DrawLine(persistentImage_, QLine(X, 0, X, client_->height()), Colour);
+  guides_.push_back({QLine(X, 0, X, client_->height()), Colour});
+  client_->update();
 }
 
 void WindowDecoration::DrawGrid() {
@@ -65,7 +110,6 @@ void WindowDecoration::DrawGrid() {
   sectionRules(toggles_.ShowScores(), panels_.lblScores, topic.TotalOptions());
   sectionRules(toggles_.ShowWeightings(), panels_.lblWeightings, topic.TotalAttributes());
   sectionRules(toggles_.ShowRatings(), panels_.lblRatings, topic.TotalOptions() * topic.TotalAttributes());
-  client_->update();
 }
 
 }  // namespace tarvelin

@@ -1,10 +1,14 @@
 #pragma once
 
-#include <QImage>
+#include <QLine>
 #include <QObject>
 #include <QRect>
 #include <cstdint>
+#include <vector>
 
+#include "widgets/modDecoration.h"
+
+class QPainter;
 class QWidget;
 
 namespace tarvelin {
@@ -12,37 +16,43 @@ namespace tarvelin {
 class PanelLayout;
 class ViewToggles;
 
-// The window's decoration (the background sweep and the framed panels), kept as the persistent image that
-// the client area shows, and the layout aid drawn over it.
+// The window's decoration (the background sweep and the framed panels) under the client area, and the layout
+// aid drawn over it. Nothing as large as the canvas is kept: each paint makes only the pixels it shows, so a
+// long topic costs no memory and the first frame costs only what is on screen.
 class WindowDecoration final {
  public:
   WindowDecoration(QWidget* Client, const PanelLayout& Panels, const ViewToggles& Toggles);
   Q_DISABLE_COPY_MOVE(WindowDecoration)
 
-  const QImage& PersistentImage() const { return persistentImage_; }
-
-  // Rebuilds the decoration for the client's size and the panels' places; an unchanged geometry keeps the
-  // image already built.
+  // Takes the client's size and the panels' places and repaints the client when they changed (or when the
+  // layout aid is to be cleared).
   void RepaintGradients();
-  // A layout aid: the 10-pixel lattice and the border and section rules, drawn into the persistent image.
+  // Paints the decoration under Area (device-independent pixels of the client) with the painter of a paint
+  // event or grab. A part that cannot be made is left unpainted: drawing problems never stop the program.
+  void Paint(QPainter& Painter, const QRect& Area) const;
+  // The decoration's rows (with the layout aid) around device rows [Top, Top + Height).
+  DecorationRows Render(int Top, int Height, qreal PixelRatio) const;
+
+  // A layout aid: the 10-pixel lattice and the border and section rules, drawn over the decoration until
+  // the next RepaintGradients.
   void DrawGrid();
   void HLine(int16_t Y, uint32_t Colour);
   void VLine(int16_t X, uint32_t Colour);
 
  private:
-  // What the persistent image was built for.
-  struct DecorationGeometry {
-    QSize Client;
-    qreal PixelRatio = 0;
-    QRect ScorePanel, WeightingPanel, RatingPanel;
-    bool operator==(const DecorationGeometry&) const = default;
+  struct GuideLine {
+    QLine Line;
+    uint32_t Colour;
   };
+
+  void PaintBand(QPainter& Painter, const QRect& Band, qreal PixelRatio) const;
 
   QWidget* client_;
   const PanelLayout& panels_;
   const ViewToggles& toggles_;
-  QImage persistentImage_;
-  DecorationGeometry decorationGeometry_;
+  DecorationLayout layout_;
+  qreal pixelRatio_ = 0;
+  std::vector<GuideLine> guides_;
 };
 
 }  // namespace tarvelin

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QFont>
+#include <QString>
 #include <string>
+
+#include "util/modFormElements.h"
 
 class QLabel;
 
@@ -13,7 +16,12 @@ QFont LabelFont(int PointSize, bool Bold = false);
 // The decimal separator of the person's locale, which the value labels show and the edit box takes.
 std::string DisplayDecimalSeparator();
 
-// A caption shortened with "…" until it fits a width in the label's font.
+// The advance width of a text in a font. Widths are kept once measured: every layout pass fits the same
+// captions again, and shaping a text costs far more than looking it up.
+int TextWidth(const QFont& Font, const QString& Text);
+
+// A caption shortened with "…" until it fits a width in the font.
+FittedCaption FitText(const QFont& Font, const std::string& Caption, int Width);
 std::string FittedText(const QLabel* Label, const std::string& Caption, int Width);
 
 }  // namespace tarvelin

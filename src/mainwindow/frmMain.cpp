@@ -95,7 +95,7 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   editor_ = std::make_unique<LabelEditor>(client_, lblTitle, *rows_, *names_, *values_, *highlight_,
                                           [this](QKeyEvent* event) { return Form_KeyDown(event); });
   decoration_ = std::make_unique<WindowDecoration>(client_, *panels_, *toggles_);
-  client_->ShowImage(&decoration_->PersistentImage());
+  client_->ShowDecoration(decoration_.get());
   rows_->WatchLabels({editor_.get(), highlight_.get()});
   for (QLabel* heading : {panels_->lblScores, panels_->lblWeightings, panels_->lblRatings}) {
     heading->installEventFilter(editor_.get());
@@ -477,6 +477,14 @@ void frmMain::ResizeCanvas(int ContentHeight) {
   const bool scrolls = ContentHeight > viewportHeight;
   const int scrollBarWidth = scrolls ? scrollArea_->verticalScrollBar()->sizeHint().width() : 0;
   client_->resize(std::max(0, width() - scrollBarWidth), std::max(viewportHeight, ContentHeight));
+  // Beside a scroll bar the grip keeps off the canvas: overlapping it, it would make every scroll repaint
+  // the whole view instead of moving it.
+  const int overCanvas = client_->width() - imgResizeTab->x();
+  if (scrolls && overCanvas > 0 && overCanvas < kResizeTabSize) {
+    imgResizeTab->setMask(QRegion(overCanvas, 0, kResizeTabSize - overCanvas, kResizeTabSize));
+  } else {
+    imgResizeTab->clearMask();
+  }
 }
 
 void frmMain::imgResizeTab_MouseDown() {

@@ -48,16 +48,25 @@ void GraphicalButton::SetPicture(ButtonPicture Picture) {
   }
 }
 
+const GraphicalButton::CaptionMetrics& GraphicalButton::pCaptionMetrics() const {
+  if (!metrics_ || metrics_->Text != text() || metrics_->Font != font()) {
+    const QFontMetricsF metrics(font());
+    metrics_ = CaptionMetrics{
+        text(), font(), static_cast<int>(std::ceil(metrics.horizontalAdvance(text()))), fontMetrics().height(), -1, {}};
+  }
+  return *metrics_;
+}
+
 int GraphicalButton::pContentWidth() const {
   const bool hasPicture = picture_ != ButtonPicture::None;
   const bool hasCaption = !text().isEmpty();
   return (hasPicture ? PictureSize : 0) + (hasPicture && hasCaption ? PictureGap : 0) +
-         (hasCaption ? static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(text()))) : 0);
+         (hasCaption ? pCaptionMetrics().Width : 0);
 }
 
 QSize GraphicalButton::sizeHint() const {
   ensurePolished();  // the style may still change the font
-  const int contentHeight = std::max(fontMetrics().height(), PictureSize);
+  const int contentHeight = std::max(pCaptionMetrics().LineHeight, PictureSize);
   return {pContentWidth() + 2 * HorizontalPadding, contentHeight + 2 * VerticalPadding};
 }
 
@@ -103,7 +112,13 @@ QRectF GraphicalButton::pCaptionRect() const {
 }
 
 QString GraphicalButton::ShownCaption() const {
-  return QFontMetricsF(font()).elidedText(text(), Qt::ElideRight, std::max(0.0, pCaptionRect().width()));
+  const qreal width = std::max(0.0, pCaptionRect().width());
+  const CaptionMetrics& metrics = pCaptionMetrics();
+  if (metrics.ShownWidth != width) {
+    metrics_->ShownText = QFontMetricsF(font()).elidedText(text(), Qt::ElideRight, width);
+    metrics_->ShownWidth = width;
+  }
+  return metrics.ShownText;
 }
 
 void GraphicalButton::paintEvent(QPaintEvent*) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QFont>
+#include <optional>
 
 #include "widgets/modButtonPictures.h"
 
@@ -31,12 +33,25 @@ class GraphicalButton final : public QAbstractButton {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  // The caption's measures in the button's font, kept until either changes: the layout asks for the size
+  // hint many times and every paint needs the shortened caption.
+  struct CaptionMetrics {
+    QString Text;
+    QFont Font;
+    int Width = 0;
+    int LineHeight = 0;
+    qreal ShownWidth = -1;  // the width ShownText was cut to
+    QString ShownText;
+  };
+  const CaptionMetrics& pCaptionMetrics() const;
+
   void pPaintBackground(QPainter& Painter) const;
   int pContentWidth() const;
   QRectF pContentRect() const;
   QRectF pCaptionRect() const;
 
   ButtonPicture picture_ = ButtonPicture::None;
+  mutable std::optional<CaptionMetrics> metrics_;
 };
 
 }  // namespace tarvelin

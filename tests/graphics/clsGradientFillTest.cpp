@@ -68,6 +68,41 @@ TEST(clsGradientFillTri, MatchesBarycentricInterpolationOfBothTriangles) {
   }
 }
 
+// A part drawn on its own gets exactly the pixels of the whole picture there, and nothing outside the whole
+// picture is written (those words keep their marker).
+TEST(clsGradientFillTri, APartGetsTheWholePicturesPixels) {
+  const std::array<uint32_t, 4> mixed = {0xFFEFDF, 0x00FF00, 0x8080FF, 0x123456};
+  const std::array<uint32_t, 4> sweep = {0xFFEFDF, 0xFFEFDF, 0xFFC891, 0xFFEFDF};
+  const struct {
+    std::array<uint32_t, 4> Corners;
+    int32_t Width, Height, Left, Top, PartWidth, PartHeight;
+  } cases[] = {{mixed, 9, 6, 2, 1, 5, 3},
+               {mixed, 40, 70, -3, 60, 50, 20},
+               {sweep, 866, 3203, 0, 1500, 866, 700},
+               {sweep, 1732, 6406, 500, 6300, 1300, 200},
+               {sweep, 50, 50, 60, 0, 10, 10}};
+  constexpr uint32_t marker = 0x12345678;
+  for (const auto& c : cases) {
+    cDIBSection whole = Blank(c.Width, c.Height);
+    clsGradientFill().GradientFillTri(whole, c.Corners[0], c.Corners[1], c.Corners[2], c.Corners[3]);
+    std::vector<uint32_t> words(static_cast<size_t>(c.PartWidth * c.PartHeight), marker);
+    const PicturePart part{words.data(), c.PartWidth, c.Left, c.Top, c.PartWidth, c.PartHeight, c.Width, c.Height};
+    clsGradientFill().GradientFillTri(part, c.Corners[0], c.Corners[1], c.Corners[2], c.Corners[3]);
+    for (int32_t y = 0; y < c.PartHeight; ++y) {
+      for (int32_t x = 0; x < c.PartWidth; ++x) {
+        const int32_t wholeX = c.Left + x;
+        const int32_t wholeY = c.Top + y;
+        const bool inside = wholeX >= 0 && wholeX < c.Width && wholeY >= 0 && wholeY < c.Height;
+        const uint32_t bgr = inside ? PixelAt(whole, wholeX, wholeY) : 0;
+        const uint32_t expected =
+            inside ? 0xFF000000u | (bgr & 0xFF) << 16 | (bgr & 0xFF00) | (bgr >> 16 & 0xFF) : marker;
+        ASSERT_EQ(words[static_cast<size_t>(y * c.PartWidth + x)], expected)
+            << c.Width << "x" << c.Height << " at " << wholeX << "," << wholeY;
+      }
+    }
+  }
+}
+
 // A straight ramp from FromColour at position From to ToColour at To (exclusive) along a gradient's direction.
 struct Ramp {
   int64_t From, To;

@@ -136,7 +136,8 @@ class frmMainCommandsTest final : public QObject {
     // Where the buttons stood, the capture shows the bare decoration.
     for (const char* name : {"btnSave", "btnSettings", "btnToggleScore", "btnToggleRatings"}) {
       const QPoint centre = f_->Find(name)->geometry().center();
-      QCOMPARE(picture.pixel(centre * ratio), f_->Window->Decoration().PersistentImage().pixel(centre * ratio));
+      const DecorationRows bare = f_->Window->Decoration().Render((centre * ratio).y(), 1, ratio);
+      QCOMPARE(picture.pixel(centre * ratio), bare.Image.pixel(centre * ratio - bare.Origin));
       QVERIFY(f_->Find(name)->isVisible());
     }
     QCOMPARE(f_->Find("lblWeightings")->pos(), headingBefore);
