@@ -48,10 +48,12 @@ void BM_MainWindowFirstRendering(benchmark::State& state) {
 }
 BENCHMARK(BM_MainWindowFirstRendering)->Unit(benchmark::kMillisecond);
 
-// One rating slider change: the handler, the refresh of every value and the repaint of what changed.
+// One rating slider change: the handler, the refresh of every value and the repaint of what changed; with
+// the argument 1, the score bars are split by attribute.
 void BM_RatingSliderChange(benchmark::State& state) {
   EnsureApplication();
   MakeTenByTenTopic();
+  Program().SplitScoreBars = state.range(0) != 0;
   frmMain window;
   bool rowsChanged = false;
   window.UpdateSliderArrays(rowsChanged);
@@ -64,8 +66,9 @@ void BM_RatingSliderChange(benchmark::State& state) {
     slider->SetValue(position);
     QApplication::processEvents();
   }
+  Program().SplitScoreBars = false;
 }
-BENCHMARK(BM_RatingSliderChange)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_RatingSliderChange)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace tarvelin

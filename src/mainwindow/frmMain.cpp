@@ -21,6 +21,7 @@
 #include "mainwindow/PanelLayout.h"
 #include "mainwindow/RowControls.h"
 #include "mainwindow/ScoreBars.h"
+#include "mainwindow/ScoreBreakdown.h"
 #include "mainwindow/ValueDisplay.h"
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/WindowDecoration.h"
@@ -70,6 +71,7 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   panels_ = std::make_unique<PanelLayout>(client_, *rows_, *toggles_, *entries_);
   highlight_ = std::make_unique<HoverHighlight>(client_, *rows_, *panels_, *entries_);
   bars_ = std::make_unique<ScoreBars>(*rows_, *panels_);
+  breakdown_ = std::make_unique<ScoreBreakdown>(client_, *rows_);
   names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_);
   values_ = std::make_unique<ValueDisplay>(*rows_, [this] { UpdateSettings(); });
   editor_ = std::make_unique<LabelEditor>(client_, lblTitle, *rows_, *names_, *values_, *highlight_,
@@ -342,6 +344,7 @@ void frmMain::UpdateSettings() {
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
   values_->Refresh();
   bars_->ColourScoreBars();
+  breakdown_->Refresh();
 }
 
 void frmMain::Form_Resize() {
@@ -366,6 +369,7 @@ void frmMain::Form_Resize() {
   LayoutCommandRowAndTitle(client_->width());
   panels_->Arrange(client_->width());
   bars_->UpdateScoreBars();
+  breakdown_->PlaceSwatches();
   highlight_->Clear();
   editor_->FollowLabel();
   decoration_->RepaintGradients();

@@ -20,6 +20,7 @@ class NameLabels;
 class PanelLayout;
 class RowControls;
 class ScoreBars;
+class ScoreBreakdown;
 class ValueDisplay;
 class ViewToggles;
 class WindowDecoration;
@@ -47,7 +48,8 @@ class frmMain final : public QWidget {
   // window out. RowsChanged is set when rows were created or removed.
   void UpdateSliderArrays(bool& RowsChanged);
   void Form_Resize();
-  // Rewrites the title, caption, every slider and value label and the score bars' colours from the topic.
+  // Rewrites the title, caption, every slider and value label and the score bars' colours, tooltips and
+  // segments from the topic.
   void UpdateSettings();
 
   // The commands. Load and New ask to save unsaved changes first; New opens the settings dialog when the
@@ -101,6 +103,7 @@ class frmMain final : public QWidget {
   std::unique_ptr<PanelLayout> panels_;
   std::unique_ptr<HoverHighlight> highlight_;
   std::unique_ptr<ScoreBars> bars_;
+  std::unique_ptr<ScoreBreakdown> breakdown_;
   std::unique_ptr<NameLabels> names_;
   std::unique_ptr<ValueDisplay> values_;
   std::unique_ptr<LabelEditor> editor_;

@@ -219,6 +219,11 @@ QWidget* frmOptions::BuildPreferencesPage() {
   }
   rangeRow->addStretch();
   column->addLayout(rangeRow);
+  chkSplitScoreBars = new QCheckBox;
+  chkSplitScoreBars->setObjectName("chkSplitScoreBars");
+  QWidget* split = NewChoice(chkSplitScoreBars, "lblSplitScoreBars", "Split score bars by attribute", page);
+  split->setContentsMargins(14, 0, 0, 0);
+  column->addWidget(split);
 
   column->addSpacing(10);
   column->addWidget(NewHeading("Program Settings:", page));
@@ -302,6 +307,7 @@ void frmOptions::FillControls() {
   chkNormaliseWeights->setChecked(topic.NormaliseWeights());
   optRange[program.DisplayAsDecimal ? 0 : 1]->setChecked(true);
   chkShowSettingsOnNew->setChecked(program.ShowSettingsOnNew);
+  chkSplitScoreBars->setChecked(program.SplitScoreBars);
 }
 
 int16_t frmOptions::CountOf(const QLineEdit* Field) const {
@@ -343,6 +349,7 @@ void frmOptions::Apply() {
   program.DisplayAsDecimal = optRange[0]->isChecked();
   topic.SetNormaliseWeights(chkNormaliseWeights->isChecked());
   program.ShowSettingsOnNew = chkShowSettingsOnNew->isChecked();
+  program.SplitScoreBars = chkSplitScoreBars->isChecked();
   outcome_.CountsChanged = countsChanged;
 }
 

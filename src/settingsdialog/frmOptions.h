@@ -110,6 +110,7 @@ class frmOptions final : public QDialog {
   QCheckBox* chkNormaliseWeights = nullptr;
   std::array<QRadioButton*, 2> optRange{};
   QCheckBox* chkShowSettingsOnNew = nullptr;
+  QCheckBox* chkSplitScoreBars = nullptr;
   GraphicalButton* btnOk = nullptr;
   GraphicalButton* btnCancel = nullptr;
 

@@ -66,6 +66,7 @@ const Setting SettingsTable[] = {
     {"WindowHeight", &A::WindowHeight, DesignHeight, S::WindowSize, true},
     {"Maximized", &A::Maximized, Constant<false>, S::Never, true},
     {"AppMaximized", &A::AppMaximized, Constant<false>, S::WindowPosition, false},
+    {"SplitScoreBars", &A::SplitScoreBars, Constant<false>, S::StartUp, true},
 };
 
 constexpr ERegistryClassKey SettingsHive = ERegistryClassKey::CurrentUser;
@@ -134,6 +135,7 @@ void SaveSettings(const WindowPlacement& Placement) {
   settings.WindowWidth = Placement.Width;
   settings.WindowHeight = Placement.Height;
   settings.Maximized = Placement.Maximized;
+  settings.SplitScoreBars = state.SplitScoreBars;
   WriteSettings(settings);
 }
 

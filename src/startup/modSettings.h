@@ -21,6 +21,7 @@ struct ApplicationSettings {
   // The window comes up maximised: read at start, never written, so only a hand-set value has an effect.
   // The two names differ on purpose; they must not be unified.
   bool AppMaximized = false;
+  bool SplitScoreBars = false;
 };
 
 // When each setting is read. The window's position defaults to centred on the screen, which needs the size

@@ -141,6 +141,7 @@ bool StartUp(const std::vector<std::string>& Arguments) {
   ReadSettings(SettingsStage::StartUp, settings);
   state.ShowSettingsOnNew = settings.ShowSettingsOnNew;
   state.DisplayAsDecimal = settings.DisplayAsDecimal;
+  state.SplitScoreBars = settings.SplitScoreBars;
   state.CurrentFileName.clear();
   state.Topic = std::make_unique<TarvelinTopic>();
   state.Topic->SetNormaliseWeights(settings.NormaliseWeights);

@@ -31,6 +31,7 @@ struct ProgramState {
   std::function<void(cDIBSection&)> CaptureDisplay;              // the main window's display area, up to date
   std::function<void()> SettingsDialogHide, SettingsDialogShow;  // set while the settings dialog is open
   bool IsLoading = false;                                        // the main window is between StartLoad and EndLoad
+  bool SplitScoreBars = false;                                   // each score bar in one segment per attribute
 };
 
 ProgramState& Program();

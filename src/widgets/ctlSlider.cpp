@@ -29,6 +29,9 @@ constexpr double FocusHaloRadius = 9.0;
 constexpr int EditableInset = 9;  // room for the focus halo at both ends
 constexpr double EditableTrackHeight = 6.0;
 constexpr double ReadOnlyTrackHeight = 10.0;
+// A split or framed read-only bar keeps room at both ends for its frame: a ring and a gap.
+constexpr int FrameInset = 3;
+constexpr double FrameRing = 2.0;
 
 const QColor TrackFill(255, 255, 255);
 const QColor TrackBorder(134, 149, 156, 170);
@@ -81,6 +84,20 @@ void ctlSlider::SetBarColour(uint32_t Colour) {
   }
 }
 
+void ctlSlider::SetSegments(std::vector<Segment> Segments) {
+  if (Segments != segments_) {
+    segments_ = std::move(Segments);
+    update();
+  }
+}
+
+void ctlSlider::SetFramed(bool Framed) {
+  if (Framed != framed_) {
+    framed_ = Framed;
+    update();
+  }
+}
+
 void ctlSlider::SetReadOnly(bool ReadOnly) {
   if (ReadOnly == readOnly_) {
     return;
@@ -95,7 +112,10 @@ void ctlSlider::SetReadOnly(bool ReadOnly) {
 }
 
 int ctlSlider::TrackInset() const {
-  return readOnly_ ? 0 : EditableInset;
+  if (!readOnly_) {
+    return EditableInset;
+  }
+  return segments_.empty() && !framed_ ? 0 : FrameInset;
 }
 
 QSize ctlSlider::sizeHint() const {
@@ -147,12 +167,17 @@ void ctlSlider::paintEvent(QPaintEvent*) {
   const QColor bar = isEnabled() ? ColourFromColorref(barColour_) : DisabledBar;
 
   painter.setPen(Qt::NoPen);
+  if (framed_) {
+    pPaintFrame(painter, track, bar);
+  }
   painter.setBrush(TrackBorder);
   painter.drawRoundedRect(track, radius, radius);
   painter.setBrush(TrackFill);
   painter.drawRoundedRect(track.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
 
-  if (value_ > MinimumPosition) {
+  if (value_ > MinimumPosition && !segments_.empty()) {
+    pPaintSegments(painter, track, fillEnd);
+  } else if (value_ > MinimumPosition) {
     painter.save();
     painter.setClipRect(QRectF(track.left(), track.top(), fillEnd - track.left(), track.height()));
     painter.setBrush(bar);
@@ -176,6 +201,54 @@ void ctlSlider::pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar
   Painter.drawEllipse(Centre, ThumbRadius, ThumbRadius);
   Painter.setBrush(lit ? Blend(Qt::white, Bar, 0.2) : QColor(Qt::white));
   Painter.drawEllipse(Centre, ThumbRadius - ThumbRing, ThumbRadius - ThumbRing);
+}
+
+void ctlSlider::pPaintFrame(QPainter& Painter, const QRectF& Track, const QColor& Bar) const {
+  const double radius = Track.height() / 2;
+  const double gap = FrameInset - FrameRing;
+  Painter.setBrush(Bar);
+  Painter.drawRoundedRect(Track.adjusted(-FrameInset, -FrameInset, FrameInset, FrameInset), radius + FrameInset,
+                          radius + FrameInset);
+  Painter.setBrush(TrackFill);
+  Painter.drawRoundedRect(Track.adjusted(-gap, -gap, gap, gap), radius + gap, radius + gap);
+}
+
+// Segment edges fall on whole pixels, and neighbours wide enough keep a pixel of the track between them, so
+// that like colours stay apart. Only the two ends need the track's rounded shape; between them a plain
+// rectangle is the same and far cheaper.
+void ctlSlider::pPaintSegments(QPainter& Painter, const QRectF& Track, double FillEnd) const {
+  double total = 0;
+  for (const auto& [size, colour] : segments_) {
+    total += std::max(0.0, size);
+  }
+  if (total <= 0) {
+    return;
+  }
+  const double radius = Track.height() / 2;
+  const double start = std::round(Track.left());
+  const double end = std::round(FillEnd);
+  double sum = 0;
+  double left = start;
+  for (const auto& [size, colour] : segments_) {
+    sum += std::max(0.0, size);
+    const double right = std::round(start + (end - start) * sum / total);
+    const double painted = right < end && right - left >= 3 ? right - 1 : right;
+    const QRectF piece(left, Track.top(), painted - left, Track.height());
+    left = right;
+    if (piece.width() <= 0) {
+      continue;
+    }
+    const QColor fill = isEnabled() ? ColourFromColorref(colour) : DisabledBar;
+    if (piece.left() >= Track.left() + radius && piece.right() <= Track.right() - radius) {
+      Painter.fillRect(piece, fill);
+      continue;
+    }
+    Painter.save();
+    Painter.setClipRect(piece);
+    Painter.setBrush(fill);
+    Painter.drawRoundedRect(Track, radius, radius);
+    Painter.restore();
+  }
 }
 
 void ctlSlider::mousePressEvent(QMouseEvent* event) {

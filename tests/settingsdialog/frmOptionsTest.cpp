@@ -105,6 +105,7 @@ class frmOptionsTest final : public QObject {
     program.IsLoading = false;
     program.DisplayAsDecimal = true;
     program.ShowSettingsOnNew = true;
+    program.SplitScoreBars = false;
   }
   void cleanupTestCase() { Program() = ProgramState(); }
 
@@ -193,6 +194,7 @@ class frmOptionsTest final : public QObject {
     AddRow("normalisation", "lblNormaliseWeights", "Holiday 3x2 positive normalised decimals show unmodified");
     AddRow("percentages", "lblRange_1", "Holiday 3x2 positive plain percentages show unmodified");
     AddRow("show on new", "lblShowSettingsOnNew", "Holiday 3x2 positive plain decimals quiet unmodified");
+    AddRow("split score bars", "lblSplitScoreBars", Initial);
   }
   void okAppliesEachChoiceAndMarksOnlySavedOnesModified() {
     QFETCH(QString, label);
@@ -202,6 +204,7 @@ class frmOptionsTest final : public QObject {
     QCOMPARE(dialog->Outcome().Result, Result::Applied);
     QVERIFY(!dialog->Outcome().CountsChanged);
     QTEST(State(), "state");
+    QCOMPARE(Program().SplitScoreBars, label == "lblSplitScoreBars");
     QVERIFY(!dialog->isVisible());
     QVERIFY(!HooksSet());
   }

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "gui_support/GuiTestRegistry.h"
+#include "gui_support/SegmentPixels.h"
 #include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
@@ -163,6 +164,46 @@ class ctlSliderTest final : public QObject {
     const int middle = image.height() / 2;
     QCOMPARE(image.pixelColor(image.width() / 4, middle), QColor(254, 192, 12));
     QCOMPARE(image.pixelColor(image.width() * 3 / 4, middle), QColor(255, 255, 255));
+  }
+
+  // A split bar shares its filled length out in proportion, whatever the sizes add up to.
+  void splitBarSharesTheFilledLengthBySize_data() {
+    QTest::addColumn<std::vector<double>>("sizes");
+    QTest::addColumn<int>("position");
+    QTest::newRow("three segments") << std::vector<double>{0.2, 0.1, 0.3} << 60;
+    QTest::newRow("an empty segment between two") << std::vector<double>{0.3, 0.0, 0.3} << 60;
+    QTest::newRow("slivers beside a long one") << std::vector<double>{0.004, 0.9, 0.003, 0.002} << 91;
+    QTest::newRow("the whole track") << std::vector<double>{0.5, 0.5} << 100;
+    QTest::newRow("nothing filled") << std::vector<double>{0.5, 0.5} << 0;
+    QTest::newRow("every size zero") << std::vector<double>{0.0, 0.0} << 40;
+  }
+  void splitBarSharesTheFilledLengthBySize() {
+    QFETCH(std::vector<double>, sizes);
+    QFETCH(int, position);
+    slider_->SetReadOnly(true);
+    slider_->SetValue(position);
+    std::vector<ctlSlider::Segment> segments;
+    for (size_t i = 0; i < sizes.size(); ++i) {
+      segments.emplace_back(sizes[i], Palette::AttributeColour(static_cast<int>(i)));
+    }
+    slider_->SetSegments(segments);
+    const QString fault = testing::SplitBarFault(*slider_);
+    QVERIFY2(fault.isEmpty(), qPrintable(fault));
+  }
+
+  // The frame rings the track in the bar colour; without segments and frame the bar is drawn as before.
+  void frameAndSegmentsLeaveNoTraceOnceRemoved() {
+    slider_->SetReadOnly(true);
+    slider_->SetValue(50);
+    const QImage plain = slider_->grab().toImage();
+    slider_->SetSegments({{0.3, Palette::AttributeColour(0)}, {0.2, Palette::AttributeColour(1)}});
+    slider_->SetFramed(true);
+    const QImage framed = slider_->grab().toImage();
+    QCOMPARE(framed.pixelColor(1, framed.height() / 2), ColourFromColorref(slider_->BarColour()));
+    QCOMPARE(framed.pixelColor(framed.width() - 2, framed.height() / 2), ColourFromColorref(slider_->BarColour()));
+    slider_->SetSegments({});
+    slider_->SetFramed(false);
+    QCOMPARE(slider_->grab().toImage(), plain);
   }
 
  private:
