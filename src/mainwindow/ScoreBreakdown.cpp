@@ -76,20 +76,18 @@ void ScoreBreakdown::SplitBars(const TopicInsight& Insight, bool Split) {
 }
 
 // Text in the best colour would be hard to read on the light panel, so the best colour fills the title instead.
+// A title keeps that colour in its palette once given it and only its fill is turned on and off, so that a tie
+// that marks many titles at once costs no more than their repaint.
 void ScoreBreakdown::MarkBestTitles(bool Split) {
   for (size_t o = 0; o < ShownOptions(rows_); ++o) {
     QLabel* title = rows_.lblScoreTitle[o];
     const bool mark = Split && rows_.sliderScore[o]->Framed();
-    if (mark == title->autoFillBackground()) {
-      continue;
+    if (mark && !title->testAttribute(Qt::WA_SetPalette)) {
+      QPalette palette = title->palette();
+      palette.setColor(QPalette::Window, ColourFromColorref(Palette::BestBar));
+      title->setPalette(palette);
     }
     title->setAutoFillBackground(mark);
-    QPalette palette;
-    if (mark) {
-      palette = title->palette();
-      palette.setColor(QPalette::Window, ColourFromColorref(Palette::BestBar));
-    }
-    title->setPalette(palette);
   }
 }
 
