@@ -59,6 +59,25 @@ std::optional<int> KeyTarget(int Key, int Value) {
   }
 }
 
+// Where each segment of a split bar begins, and where the last one ends, on whole pixels from Start to End;
+// nothing when the segments have no size at all.
+std::vector<double> SegmentEdges(const std::vector<ctlSlider::Segment>& Segments, double Start, double End) {
+  double total = 0;
+  for (const auto& [size, colour] : Segments) {
+    total += std::max(0.0, size);
+  }
+  if (total <= 0) {
+    return {};
+  }
+  std::vector<double> edges{Start};
+  double sum = 0;
+  for (const auto& [size, colour] : Segments) {
+    sum += std::max(0.0, size);
+    edges.push_back(std::round(Start + (End - Start) * sum / total));
+  }
+  return edges;
+}
+
 QColor Blend(const QColor& From, const QColor& To, double Amount) {
   const auto mix = [Amount](int A, int B) { return static_cast<int>(std::lround(A + (B - A) * Amount)); };
   return QColor(mix(From.red(), To.red()), mix(From.green(), To.green()), mix(From.blue(), To.blue()));
@@ -213,32 +232,19 @@ void ctlSlider::pPaintFrame(QPainter& Painter, const QRectF& Track, const QColor
   Painter.drawRoundedRect(Track.adjusted(-gap, -gap, gap, gap), radius + gap, radius + gap);
 }
 
-// Segment edges fall on whole pixels, and neighbours wide enough keep a pixel of the track between them, so
-// that like colours stay apart. Only the two ends need the track's rounded shape; between them a plain
-// rectangle is the same and far cheaper.
+// Only the two ends of a split bar need the track's rounded shape; between them a plain rectangle is the same
+// and far cheaper.
 void ctlSlider::pPaintSegments(QPainter& Painter, const QRectF& Track, double FillEnd) const {
-  double total = 0;
-  for (const auto& [size, colour] : segments_) {
-    total += std::max(0.0, size);
-  }
-  if (total <= 0) {
-    return;
-  }
   const double radius = Track.height() / 2;
-  const double start = std::round(Track.left());
-  const double end = std::round(FillEnd);
-  double sum = 0;
-  double left = start;
-  for (const auto& [size, colour] : segments_) {
-    sum += std::max(0.0, size);
-    const double right = std::round(start + (end - start) * sum / total);
-    const double painted = right < end && right - left >= 3 ? right - 1 : right;
-    const QRectF piece(left, Track.top(), painted - left, Track.height());
-    left = right;
+  const std::vector<double> edges = SegmentEdges(segments_, std::round(Track.left()), std::round(FillEnd));
+  for (size_t i = 0; i + 1 < edges.size(); ++i) {
+    // Neighbours wide enough keep a pixel of the track between them, so that like colours stay apart.
+    const double right = edges[i + 1] < edges.back() && edges[i + 1] - edges[i] >= 3 ? edges[i + 1] - 1 : edges[i + 1];
+    const QRectF piece(edges[i], Track.top(), right - edges[i], Track.height());
     if (piece.width() <= 0) {
       continue;
     }
-    const QColor fill = isEnabled() ? ColourFromColorref(colour) : DisabledBar;
+    const QColor fill = isEnabled() ? ColourFromColorref(segments_[i].second) : DisabledBar;
     if (piece.left() >= Track.left() + radius && piece.right() <= Track.right() - radius) {
       Painter.fillRect(piece, fill);
       continue;
