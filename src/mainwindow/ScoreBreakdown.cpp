@@ -1,6 +1,8 @@
 #include "mainwindow/ScoreBreakdown.h"
 
+#include <QEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QWidget>
 #include <algorithm>
 
@@ -18,6 +20,7 @@ namespace tarvelin {
 namespace {
 
 constexpr int SwatchSize = 10;
+constexpr double MarkRadius = 4.0;
 // From the name column's left edge: past the longest name, clear of the weighting slider.
 constexpr int SwatchLeft = NameColumnWidth + 8;
 
@@ -34,6 +37,49 @@ NumberFormat DisplayFormat() {
 QString ColourName(uint32_t Colour) {
   return ColourFromColorref(Colour).name();
 }
+
+// The best colour behind a score title, which it follows wherever the title goes. Text in that colour would be
+// hard to read on the light panel, hence a fill. It stays shown, marked or not, and is not opaque: showing,
+// hiding or filling a control makes the window work out again which of its many controls cover which, a cost
+// that a tie changing many marks at once would multiply.
+class TitleMark final : public QWidget {
+ public:
+  TitleMark(QWidget* Client, QLabel* Title) : QWidget(Client) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setGeometry(Title->geometry());
+    stackUnder(Title);
+    Title->installEventFilter(this);
+    show();
+  }
+
+  bool Marked() const { return marked_; }
+  void SetMarked(bool Marked) {
+    if (Marked != marked_) {
+      marked_ = Marked;
+      update();
+    }
+  }
+
+ protected:
+  bool eventFilter(QObject* Watched, QEvent* Event) override {
+    if (Event->type() == QEvent::Move || Event->type() == QEvent::Resize) {
+      setGeometry(static_cast<QWidget*>(Watched)->geometry());
+    }
+    return false;
+  }
+  void paintEvent(QPaintEvent*) override {
+    if (marked_) {
+      QPainter painter(this);
+      painter.setRenderHint(QPainter::Antialiasing);
+      painter.setPen(Qt::NoPen);
+      painter.setBrush(ColourFromColorref(Palette::BestBar));
+      painter.drawRoundedRect(QRectF(rect()), MarkRadius, MarkRadius);
+    }
+  }
+
+ private:
+  bool marked_ = false;
+};
 
 size_t ShownOptions(const RowControls& Rows) {
   return std::min(Rows.sliderScore.size(), static_cast<size_t>(Topic().TotalOptions()));
@@ -75,19 +121,20 @@ void ScoreBreakdown::SplitBars(const TopicInsight& Insight, bool Split) {
   }
 }
 
-// Text in the best colour would be hard to read on the light panel, so the best colour fills the title instead.
-// A title keeps that colour in its palette once given it and only its fill is turned on and off, so that a tie
-// that marks many titles at once costs no more than their repaint.
+// Marks are made only once the preference is first on, so that without it the window holds nothing new.
 void ScoreBreakdown::MarkBestTitles(bool Split) {
-  for (size_t o = 0; o < ShownOptions(rows_); ++o) {
-    QLabel* title = rows_.lblScoreTitle[o];
-    const bool mark = Split && rows_.sliderScore[o]->Framed();
-    if (mark && !title->testAttribute(Qt::WA_SetPalette)) {
-      QPalette palette = title->palette();
-      palette.setColor(QPalette::Window, ColourFromColorref(Palette::BestBar));
-      title->setPalette(palette);
-    }
-    title->setAutoFillBackground(mark);
+  const size_t options = ShownOptions(rows_);
+  while (picBestMark.size() > options) {
+    delete picBestMark.back();
+    picBestMark.pop_back();
+  }
+  while (Split && picBestMark.size() < options) {
+    auto* mark = new TitleMark(client_, rows_.lblScoreTitle[picBestMark.size()]);
+    mark->setObjectName(QString("picBestMark_%1").arg(picBestMark.size()));
+    picBestMark.push_back(mark);
+  }
+  for (size_t o = 0; o < picBestMark.size(); ++o) {
+    static_cast<TitleMark*>(picBestMark[o])->SetMarked(Split && rows_.sliderScore[o]->Framed());
   }
 }
 

@@ -13,8 +13,8 @@ class TopicInsight;
 // What each score is made of. Every bar and score label tells in its tooltip why its option trails the best
 // one (the best one: why it leads its runner-up). With the SplitScoreBars preference each bar is drawn as one
 // segment per attribute, each attribute's part of the score in that attribute's colour, the best bars (ties
-// included) framed and titled in the best colour, and each attribute's name in the weightings panel shows its
-// colour beside it. Without the preference nothing of the window changes.
+// included) framed and their titles filled in the best colour, and each attribute's name in the weightings panel shows
+// its colour beside it. Without the preference nothing of the window changes.
 class ScoreBreakdown final {
  public:
   ScoreBreakdown(QWidget* Client, RowControls& Rows);
@@ -34,6 +34,7 @@ class ScoreBreakdown final {
   QWidget* client_;
   RowControls& rows_;
   std::vector<QWidget*> picSwatch;
+  std::vector<QWidget*> picBestMark;
 };
 
 }  // namespace tarvelin

@@ -52,9 +52,10 @@ class frmMainScoreBreakdownTest final : public QObject {
   }
 
   // Every bar shows its option's contributions in the attributes' colours; the best bars are framed and their
-  // titles marked.
+  // titles filled in the best colour.
   void CheckSplitBars() {
     const TarvelinTopic& topic = *Program().Topic;
+    const QImage client = Picture(f_->Find("picClient"));
     for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
       auto* bar = f_->Find<ctlSlider>(QString("sliderScore_%1").arg(o));
       QCOMPARE(bar->Segments().size(), static_cast<size_t>(topic.TotalAttributes()));
@@ -67,7 +68,9 @@ class frmMainScoreBreakdownTest final : public QObject {
       QVERIFY2(fault.isEmpty(), qPrintable(fault));
       const bool best = bar->BarColour() == Palette::BestBar;
       QCOMPARE(bar->Framed(), best);
-      QCOMPARE(f_->Find<QLabel>(QString("lblScoreTitle_%1").arg(o))->autoFillBackground(), best);
+      const QRect title = f_->Find(QString("lblScoreTitle_%1").arg(o))->geometry();
+      const QColor behindTitle = client.pixelColor(title.right() - 2, title.center().y());
+      QCOMPARE(behindTitle == ColourFromColorref(Palette::BestBar), best);
     }
   }
 
