@@ -46,7 +46,7 @@ class TitleMark final : public QWidget {
  public:
   TitleMark(QWidget* Client, QLabel* Title) : QWidget(Client) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setGeometry(Title->geometry());
+    setGeometry(Around(Title->geometry()));
     stackUnder(Title);
     Title->installEventFilter(this);
     show();
@@ -63,7 +63,7 @@ class TitleMark final : public QWidget {
  protected:
   bool eventFilter(QObject* Watched, QEvent* Event) override {
     if (Event->type() == QEvent::Move || Event->type() == QEvent::Resize) {
-      setGeometry(static_cast<QWidget*>(Watched)->geometry());
+      setGeometry(Around(static_cast<QWidget*>(Watched)->geometry()));
     }
     return false;
   }
@@ -78,6 +78,9 @@ class TitleMark final : public QWidget {
   }
 
  private:
+  // A little room before the title's first letter.
+  static QRect Around(const QRect& Title) { return Title.adjusted(-4, 0, 0, 0); }
+
   bool marked_ = false;
 };
 
