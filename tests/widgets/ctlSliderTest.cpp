@@ -174,7 +174,6 @@ class ctlSliderTest final : public QObject {
     QTest::newRow("an empty segment between two") << std::vector<double>{0.3, 0.0, 0.3} << 60;
     QTest::newRow("slivers beside a long one") << std::vector<double>{0.004, 0.9, 0.003, 0.002} << 91;
     QTest::newRow("the whole track") << std::vector<double>{0.5, 0.5} << 100;
-    QTest::newRow("nothing filled") << std::vector<double>{0.5, 0.5} << 0;
     QTest::newRow("every size zero") << std::vector<double>{0.0, 0.0} << 40;
   }
   void splitBarSharesTheFilledLengthBySize() {
@@ -189,21 +188,6 @@ class ctlSliderTest final : public QObject {
     slider_->SetSegments(segments);
     const QString fault = testing::SplitBarFault(*slider_);
     QVERIFY2(fault.isEmpty(), qPrintable(fault));
-  }
-
-  // The frame rings the track in the bar colour; without segments and frame the bar is drawn as before.
-  void frameAndSegmentsLeaveNoTraceOnceRemoved() {
-    slider_->SetReadOnly(true);
-    slider_->SetValue(50);
-    const QImage plain = slider_->grab().toImage();
-    slider_->SetSegments({{0.3, Palette::AttributeColour(0)}, {0.2, Palette::AttributeColour(1)}});
-    slider_->SetFramed(true);
-    const QImage framed = slider_->grab().toImage();
-    QCOMPARE(framed.pixelColor(1, framed.height() / 2), ColourFromColorref(slider_->BarColour()));
-    QCOMPARE(framed.pixelColor(framed.width() - 2, framed.height() / 2), ColourFromColorref(slider_->BarColour()));
-    slider_->SetSegments({});
-    slider_->SetFramed(false);
-    QCOMPARE(slider_->grab().toImage(), plain);
   }
 
  private:
