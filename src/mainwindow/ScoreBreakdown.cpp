@@ -38,10 +38,8 @@ QString ColourName(uint32_t Colour) {
   return ColourFromColorref(Colour).name();
 }
 
-// The best colour behind a score title, which it follows wherever the title goes. Text in that colour would be
-// hard to read on the light panel, hence a fill. It stays shown, marked or not, and is not opaque: showing,
-// hiding or filling a control makes the window work out again which of its many controls cover which, a cost
-// that a tie changing many marks at once would multiply.
+// The best colour behind a score title, following the title wherever it goes; text in that colour would be
+// hard to read on the light panel, hence a fill. It stays shown, marked or not, and paints only while marked.
 class TitleMark final : public QWidget {
  public:
   TitleMark(QWidget* Client, QLabel* Title) : QWidget(Client) {
@@ -52,7 +50,6 @@ class TitleMark final : public QWidget {
     show();
   }
 
-  bool Marked() const { return marked_; }
   void SetMarked(bool Marked) {
     if (Marked != marked_) {
       marked_ = Marked;
