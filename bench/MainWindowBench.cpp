@@ -111,10 +111,12 @@ void BM_CanvasScrollStep(benchmark::State& state) {
 }
 BENCHMARK(BM_CanvasScrollStep)->Unit(benchmark::kMillisecond);
 
-// One rating slider change: the handler, the refresh of every value and the repaint of what changed.
+// One rating slider change: the handler, the refresh of every value and the repaint of what changed; with
+// the argument 1, the score bars are split by attribute.
 void BM_RatingSliderChange(benchmark::State& state) {
   EnsureApplication();
   MakeTenByTenTopic();
+  Program().SplitScoreBars = state.range(0) != 0;
   frmMain window;
   bool rowsChanged = false;
   window.UpdateSliderArrays(rowsChanged);
@@ -127,8 +129,9 @@ void BM_RatingSliderChange(benchmark::State& state) {
     slider->SetValue(position);
     QApplication::processEvents();
   }
+  Program().SplitScoreBars = false;
 }
-BENCHMARK(BM_RatingSliderChange)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_RatingSliderChange)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 // The same change with the insight into how robust the best option is off (0) and on (1). On, the bands, ticks
 // and line follow the change, and the share the best option holds in is computed in the idle moment after it.

@@ -23,6 +23,7 @@
 #include "mainwindow/PanelLayout.h"
 #include "mainwindow/RowControls.h"
 #include "mainwindow/ScoreBars.h"
+#include "mainwindow/ScoreBreakdown.h"
 #include "mainwindow/TopicHistory.h"
 #include "mainwindow/ValueDisplay.h"
 #include "mainwindow/ViewToggles.h"
@@ -85,6 +86,7 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
   panels_ = std::make_unique<PanelLayout>(client_, *rows_, *toggles_, *entries_);
   highlight_ = std::make_unique<HoverHighlight>(client_, *rows_, *panels_, *entries_);
   bars_ = std::make_unique<ScoreBars>(*rows_, *panels_);
+  breakdown_ = std::make_unique<ScoreBreakdown>(client_, *rows_);
   names_ = std::make_unique<NameLabels>(lblTitle, *rows_, *bars_, [this] {
     history_->Record();
     insight_->RefreshLine();
@@ -426,6 +428,7 @@ void frmMain::UpdateSettings() {
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
   values_->Refresh();
   bars_->ColourScoreBars();
+  breakdown_->Refresh();
   insight_->Refresh();
 }
 
@@ -452,6 +455,7 @@ void frmMain::Form_Resize() {
   panels_->Arrange(client_->width());
   bars_->UpdateScoreBars();
   insight_->Arrange();
+  breakdown_->PlaceSwatches();
   highlight_->Clear();
   editor_->FollowLabel();
   decoration_->RepaintGradients();

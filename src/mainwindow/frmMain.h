@@ -23,6 +23,7 @@ class NameLabels;
 class PanelLayout;
 class ScoreBars;
 class TopicHistory;
+class ScoreBreakdown;
 class ValueDisplay;
 class ViewToggles;
 class WindowDecoration;
@@ -50,8 +51,8 @@ class frmMain final : public QWidget {
   // window out. RowsChanged is set when rows were created or removed.
   void UpdateSliderArrays(bool& RowsChanged);
   void Form_Resize();
-  // Rewrites the title, caption, every slider and value label, the score bars' colours and the insight into
-  // how robust the best option is from the topic.
+  // Rewrites the title, caption, every slider and value label, the score bars' colours, tooltips and segments
+  // and the insight into how robust the best option is from the topic.
   void UpdateSettings();
 
   // The commands. Load and New ask to save unsaved changes first; New opens the settings dialog when the
@@ -111,6 +112,7 @@ class frmMain final : public QWidget {
   std::unique_ptr<PanelLayout> panels_;
   std::unique_ptr<HoverHighlight> highlight_;
   std::unique_ptr<ScoreBars> bars_;
+  std::unique_ptr<ScoreBreakdown> breakdown_;
   std::unique_ptr<NameLabels> names_;
   std::unique_ptr<ValueDisplay> values_;
   std::unique_ptr<LabelEditor> editor_;

@@ -224,6 +224,11 @@ QWidget* frmOptions::BuildPreferencesPage() {
   QWidget* insight = NewChoice(chkShowInsight, "lblShowInsight", "Show how robust the best option is", page);
   insight->setContentsMargins(14, 0, 0, 0);
   column->addWidget(insight);
+  chkSplitScoreBars = new QCheckBox;
+  chkSplitScoreBars->setObjectName("chkSplitScoreBars");
+  QWidget* split = NewChoice(chkSplitScoreBars, "lblSplitScoreBars", "Split score bars by attribute", page);
+  split->setContentsMargins(14, 0, 0, 0);
+  column->addWidget(split);
 
   column->addSpacing(10);
   column->addWidget(NewHeading("Program Settings:", page));
@@ -308,6 +313,7 @@ void frmOptions::FillControls() {
   optRange[program.DisplayAsDecimal ? 0 : 1]->setChecked(true);
   chkShowSettingsOnNew->setChecked(program.ShowSettingsOnNew);
   chkShowInsight->setChecked(program.ShowInsight);
+  chkSplitScoreBars->setChecked(program.SplitScoreBars);
 }
 
 int16_t frmOptions::CountOf(const QLineEdit* Field) const {
@@ -350,6 +356,7 @@ void frmOptions::Apply() {
   topic.SetNormaliseWeights(chkNormaliseWeights->isChecked());
   program.ShowSettingsOnNew = chkShowSettingsOnNew->isChecked();
   program.ShowInsight = chkShowInsight->isChecked();
+  program.SplitScoreBars = chkSplitScoreBars->isChecked();
   outcome_.CountsChanged = countsChanged;
 }
 

@@ -111,6 +111,7 @@ class frmOptions final : public QDialog {
   std::array<QRadioButton*, 2> optRange{};
   QCheckBox* chkShowSettingsOnNew = nullptr;
   QCheckBox* chkShowInsight = nullptr;
+  QCheckBox* chkSplitScoreBars = nullptr;
   GraphicalButton* btnOk = nullptr;
   GraphicalButton* btnCancel = nullptr;
 

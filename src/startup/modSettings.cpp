@@ -67,6 +67,7 @@ const Setting SettingsTable[] = {
     {"Maximized", &A::Maximized, Constant<false>, S::Never, true},
     {"AppMaximized", &A::AppMaximized, Constant<false>, S::WindowPosition, false},
     {"ShowInsight", &A::ShowInsight, Constant<true>, S::StartUp, true},
+    {"SplitScoreBars", &A::SplitScoreBars, Constant<false>, S::StartUp, true},
 };
 
 constexpr ERegistryClassKey SettingsHive = ERegistryClassKey::CurrentUser;
@@ -136,6 +137,7 @@ void SaveSettings(const WindowPlacement& Placement) {
   settings.WindowHeight = Placement.Height;
   settings.Maximized = Placement.Maximized;
   settings.ShowInsight = state.ShowInsight;
+  settings.SplitScoreBars = state.SplitScoreBars;
   WriteSettings(settings);
 }
 

@@ -22,6 +22,7 @@ struct ApplicationSettings {
   // The two names differ on purpose; they must not be unified.
   bool AppMaximized = false;
   bool ShowInsight = true;
+  bool SplitScoreBars = false;
 };
 
 // When each setting is read. The window's position defaults to centred on the screen, which needs the size

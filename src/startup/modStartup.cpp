@@ -142,6 +142,7 @@ bool StartUp(const std::vector<std::string>& Arguments) {
   state.ShowSettingsOnNew = settings.ShowSettingsOnNew;
   state.DisplayAsDecimal = settings.DisplayAsDecimal;
   state.ShowInsight = settings.ShowInsight;
+  state.SplitScoreBars = settings.SplitScoreBars;
   state.CurrentFileName.clear();
   state.Topic = std::make_unique<TarvelinTopic>();
   state.Topic->SetNormaliseWeights(settings.NormaliseWeights);

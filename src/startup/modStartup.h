@@ -36,7 +36,8 @@ struct ProgramState {
   bool IsLoading = false;                                        // the main window is between StartLoad and EndLoad
   // The decision report of a topic as a file's bytes, in the display format of the main window, which sets it.
   std::function<std::string(const TarvelinTopic&, ReportFormat)> DecisionReport;
-  bool ShowInsight = true;  // bands, ticks and a line in the main window show how robust the best option is
+  bool ShowInsight = true;      // bands, ticks and a line in the main window show how robust the best option is
+  bool SplitScoreBars = false;  // each score bar in one segment per attribute
 };
 
 ProgramState& Program();

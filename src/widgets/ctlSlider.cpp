@@ -31,6 +31,9 @@ constexpr double FocusHaloRadius = 9.0;
 constexpr int EditableInset = 9;  // room for the focus halo at both ends
 constexpr double EditableTrackHeight = 6.0;
 constexpr double ReadOnlyTrackHeight = 10.0;
+// A split or framed read-only bar keeps room at both ends for its frame: a ring and a gap.
+constexpr int FrameInset = 3;
+constexpr double FrameRing = 2.0;
 
 const QColor TrackFill(255, 255, 255);
 const QColor TrackBorder(134, 149, 156, 170);
@@ -66,6 +69,25 @@ std::optional<int> KeyTarget(int Key, int Value) {
   }
 }
 
+// Where each segment of a split bar begins, and where the last one ends, on whole pixels from Start to End;
+// nothing when the segments have no size at all.
+std::vector<double> SegmentEdges(const std::vector<ctlSlider::Segment>& Segments, double Start, double End) {
+  double total = 0;
+  for (const auto& [size, colour] : Segments) {
+    total += std::max(0.0, size);
+  }
+  if (total <= 0) {
+    return {};
+  }
+  std::vector<double> edges{Start};
+  double sum = 0;
+  for (const auto& [size, colour] : Segments) {
+    sum += std::max(0.0, size);
+    edges.push_back(std::round(Start + (End - Start) * sum / total));
+  }
+  return edges;
+}
+
 QColor Blend(const QColor& From, const QColor& To, double Amount) {
   const auto mix = [Amount](int A, int B) { return static_cast<int>(std::lround(A + (B - A) * Amount)); };
   return QColor(mix(From.red(), To.red()), mix(From.green(), To.green()), mix(From.blue(), To.blue()));
@@ -91,6 +113,20 @@ void ctlSlider::SetBarColour(uint32_t Colour) {
   }
 }
 
+void ctlSlider::SetSegments(std::vector<Segment> Segments) {
+  if (Segments != segments_) {
+    segments_ = std::move(Segments);
+    update();
+  }
+}
+
+void ctlSlider::SetFramed(bool Framed) {
+  if (Framed != framed_) {
+    framed_ = Framed;
+    update();
+  }
+}
+
 void ctlSlider::SetReadOnly(bool ReadOnly) {
   if (ReadOnly == readOnly_) {
     return;
@@ -105,7 +141,10 @@ void ctlSlider::SetReadOnly(bool ReadOnly) {
 }
 
 int ctlSlider::TrackInset() const {
-  return readOnly_ ? 0 : EditableInset;
+  if (!readOnly_) {
+    return EditableInset;
+  }
+  return segments_.empty() && !framed_ ? 0 : FrameInset;
 }
 
 void ctlSlider::SetBand(std::optional<ValueRange> Band) {
@@ -174,12 +213,17 @@ void ctlSlider::paintEvent(QPaintEvent*) {
   if (band_) {
     pPaintBand(painter, track);
   }
+  if (framed_) {
+    pPaintFrame(painter, track, bar);
+  }
   painter.setBrush(TrackBorder);
   painter.drawRoundedRect(track, radius, radius);
   painter.setBrush(TrackFill);
   painter.drawRoundedRect(track.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
 
-  if (value_ > MinimumPosition) {
+  if (value_ > MinimumPosition && !segments_.empty()) {
+    pPaintSegments(painter, track, fillEnd);
+  } else if (value_ > MinimumPosition) {
     painter.save();
     painter.setClipRect(QRectF(track.left(), track.top(), fillEnd - track.left(), track.height()));
     painter.setBrush(bar);
@@ -238,6 +282,41 @@ bool ctlSlider::event(QEvent* event) {
     }
   }
   return QWidget::event(event);
+}
+
+void ctlSlider::pPaintFrame(QPainter& Painter, const QRectF& Track, const QColor& Bar) const {
+  const double radius = Track.height() / 2;
+  const double gap = FrameInset - FrameRing;
+  Painter.setBrush(Bar);
+  Painter.drawRoundedRect(Track.adjusted(-FrameInset, -FrameInset, FrameInset, FrameInset), radius + FrameInset,
+                          radius + FrameInset);
+  Painter.setBrush(TrackFill);
+  Painter.drawRoundedRect(Track.adjusted(-gap, -gap, gap, gap), radius + gap, radius + gap);
+}
+
+// Only the two ends of a split bar need the track's rounded shape; between them a plain rectangle is the same
+// and far cheaper.
+void ctlSlider::pPaintSegments(QPainter& Painter, const QRectF& Track, double FillEnd) const {
+  const double radius = Track.height() / 2;
+  const std::vector<double> edges = SegmentEdges(segments_, std::round(Track.left()), std::round(FillEnd));
+  for (size_t i = 0; i + 1 < edges.size(); ++i) {
+    // Neighbours wide enough keep a pixel of the track between them, so that like colours stay apart.
+    const double right = edges[i + 1] < edges.back() && edges[i + 1] - edges[i] >= 3 ? edges[i + 1] - 1 : edges[i + 1];
+    const QRectF piece(edges[i], Track.top(), right - edges[i], Track.height());
+    if (piece.width() <= 0) {
+      continue;
+    }
+    const QColor fill = isEnabled() ? ColourFromColorref(segments_[i].second) : DisabledBar;
+    if (piece.left() >= Track.left() + radius && piece.right() <= Track.right() - radius) {
+      Painter.fillRect(piece, fill);
+      continue;
+    }
+    Painter.save();
+    Painter.setClipRect(piece);
+    Painter.setBrush(fill);
+    Painter.drawRoundedRect(Track, radius, radius);
+    Painter.restore();
+  }
 }
 
 void ctlSlider::mousePressEvent(QMouseEvent* event) {

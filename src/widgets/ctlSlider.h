@@ -29,6 +29,16 @@ class ctlSlider final : public QWidget {
   uint32_t BarColour() const { return barColour_; }  // 0x00BBGGRR
   void SetBarColour(uint32_t Colour);
 
+  // A split bar: the filled length is shared out between the segments in their order, in proportion to their
+  // sizes (0 or more), each in its own colour (0x00BBGGRR). Empty: one bar in the bar colour.
+  using Segment = std::pair<double, uint32_t>;
+  const std::vector<Segment>& Segments() const { return segments_; }
+  void SetSegments(std::vector<Segment> Segments);
+
+  // A framed slider has a ring in its bar colour around its track.
+  bool Framed() const { return framed_; }
+  void SetFramed(bool Framed);
+
   // A read-only slider ignores the mouse, the wheel and the keys and never takes the focus.
   bool ReadOnly() const { return readOnly_; }
   void SetReadOnly(bool ReadOnly);
@@ -82,9 +92,13 @@ class ctlSlider final : public QWidget {
   void pPaintThumb(QPainter& Painter, QPointF Centre, const QColor& Bar) const;
   void pPaintBand(QPainter& Painter, const QRectF& Track) const;
   void pPaintTicks(QPainter& Painter, const QRectF& Track) const;
+  void pPaintFrame(QPainter& Painter, const QRectF& Track, const QColor& Bar) const;
+  void pPaintSegments(QPainter& Painter, const QRectF& Track, double FillEnd) const;
 
   int value_ = 0;
   uint32_t barColour_ = Palette::OtherBar;
+  std::vector<Segment> segments_;
+  bool framed_ = false;
   bool readOnly_ = false;
   bool dragging_ = false;
   int wheelRemainder_ = 0;  // angle units not yet turned into a step

@@ -78,7 +78,7 @@ const std::string kPreviousHive =
     "topics\"\r\n\"ShowSettingsOnNew\"=dword:00000000\r\n\"NormaliseWeights\"=dword:00000000\r\n"
     "\"DisplayAsDecimal\"=dword:00000000\r\n\"WindowLeft\"=dword:00000001\r\n\"WindowTop\"=dword:00000002\r\n"
     "\"WindowWidth\"=dword:00000003\r\n\"WindowHeight\"=dword:00000004\r\n\"Maximized\"=dword:00000000\r\n"
-    "\"ShowInsight\"=dword:00000000\r\n\r\n"
+    "\"ShowInsight\"=dword:00000000\r\n\"SplitScoreBars\"=dword:00000000\r\n\r\n"
     "[HKEY_CURRENT_USER\\Software\\Another]\r\n\"Kept\"=\"yes\"\r\n";
 
 struct WriterCase {

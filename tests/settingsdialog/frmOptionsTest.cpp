@@ -107,6 +107,7 @@ class frmOptionsTest final : public QObject {
     program.DisplayAsDecimal = true;
     program.ShowSettingsOnNew = true;
     program.ShowInsight = true;
+    program.SplitScoreBars = false;
   }
   void cleanupTestCase() { Program() = ProgramState(); }
 
@@ -197,6 +198,7 @@ class frmOptionsTest final : public QObject {
     AddRow("percentages", "lblRange_1", "Holiday 3x2 positive plain percentages show unmodified");
     AddRow("show on new", "lblShowSettingsOnNew", "Holiday 3x2 positive plain decimals quiet unmodified");
     AddRow("insight", "lblShowInsight", "Holiday 3x2 positive plain decimals show without insight unmodified");
+    AddRow("split score bars", "lblSplitScoreBars", Initial);
   }
   void okAppliesEachChoiceAndMarksOnlySavedOnesModified() {
     QFETCH(QString, label);
@@ -206,6 +208,7 @@ class frmOptionsTest final : public QObject {
     QCOMPARE(dialog->Outcome().Result, Result::Applied);
     QVERIFY(!dialog->Outcome().CountsChanged);
     QTEST(State(), "state");
+    QCOMPARE(Program().SplitScoreBars, label == "lblSplitScoreBars");
     QVERIFY(!dialog->isVisible());
     QVERIFY(!HooksSet());
   }

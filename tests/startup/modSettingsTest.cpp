@@ -42,6 +42,7 @@ TEST(modSettingsFirstRun, EverySettingTakesItsDefault) {
   EXPECT_TRUE(settings.DisplayAsDecimal);
   EXPECT_FALSE(settings.NormaliseWeights);
   EXPECT_TRUE(settings.ShowInsight);
+  EXPECT_FALSE(settings.SplitScoreBars);
   const WindowPlacement placement = ReadWindowPlacement(Screen);
   EXPECT_EQ(placement.Width, 9000);
   EXPECT_EQ(placement.Height, 6000);
@@ -65,11 +66,13 @@ TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
   Program().ShowSettingsOnNew = false;
   Program().DisplayAsDecimal = false;
   Program().ShowInsight = false;
+  Program().SplitScoreBars = true;
   SaveProgramSettings({120, 240, 11000, 7000, false});
   Program().ShowSettingsOnNew = Program().DisplayAsDecimal = Program().ShowInsight = true;
+  Program().SplitScoreBars = false;
   EXPECT_EQ(StoredNames(), (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights",
                                                      "DisplayAsDecimal", "WindowLeft", "WindowTop", "WindowWidth",
-                                                     "WindowHeight", "Maximized", "ShowInsight"}));
+                                                     "WindowHeight", "Maximized", "ShowInsight", "SplitScoreBars"}));
   ApplicationSettings settings;
   ReadSettings(SettingsStage::BeforeCommandLine, settings);
   ReadSettings(SettingsStage::StartUp, settings);
@@ -81,6 +84,10 @@ TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
   const WindowPlacement placement = ReadWindowPlacement(Screen);
   EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
             std::vector<int32_t>({120, 240, 11000, 7000}));
+  const testing::ScopedScriptedDialogs dialogs;
+  ASSERT_TRUE(StartUp({}));
+  EXPECT_TRUE(Program().SplitScoreBars);
+  Program().SplitScoreBars = false;
 }
 
 // A window that ended maximised comes up normal; only a hand-set AppMaximized holds for every start.
