@@ -12,7 +12,6 @@
 #include <QTextDocument>
 #include <QUrl>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 #include <numeric>
@@ -21,6 +20,7 @@
 
 #include "insight/TopicInsight.h"
 #include "model/TarvelinTopic.h"
+#include "widgets/Palette.h"
 
 namespace tarvelin {
 
@@ -300,12 +300,7 @@ std::string PdfFile(const TarvelinTopic& Topic, const NumberFormat& Numbers, con
 }  // namespace
 
 QColor ReportAttributeColour(int16_t AttributeID) {
-  // The eight colours of the Okabe-Ito set, then grey and wine, which differ from them in lightness.
-  static const std::array<QColor, 10> colours{
-      QColor(0xe6, 0x9f, 0x00), QColor(0x56, 0xb4, 0xe9), QColor(0x00, 0x9e, 0x73), QColor(0xf0, 0xe4, 0x42),
-      QColor(0x00, 0x72, 0xb2), QColor(0xd5, 0x5e, 0x00), QColor(0xcc, 0x79, 0xa7), QColor(0x00, 0x00, 0x00),
-      QColor(0x99, 0x99, 0x99), QColor(0x88, 0x22, 0x55)};
-  return colours[static_cast<size_t>(AttributeID) % colours.size()];
+  return ColourFromColorref(Palette::AttributeColour(AttributeID));
 }
 
 std::string DecisionReport(const TarvelinTopic& Topic, ReportFormat Format, const NumberFormat& Numbers,
