@@ -22,7 +22,7 @@ constexpr int kMaxAnswersPerAction = 12;
 // refuse, characters a topic file gives meaning to, and letters outside ASCII.
 const QString kTypedCharacters = QString::fromUtf8("0123456789..%-,+ abcXYZ=;[]\"'#\\\xC3\xA9\xC3\x9F\xE6\x97\xA5");
 
-std::string KeyName(Qt::Key Key) {
+std::string KeyName(QKeyCombination Key) {
   return QKeySequence(Key).toString().toStdString();
 }
 
@@ -51,11 +51,9 @@ SoakActions::SoakActions(frmMain& Window, std::mt19937& Random) : window_(Window
 // Adding outweighs deleting a little, so the counts wander over the whole range and meet both limits.
 const std::vector<SoakActions::WeightedAction>& SoakActions::Actions() {
   static const std::vector<WeightedAction> actions{
-      {14, &SoakActions::DragSlider},   {5, &SoakActions::KeyOnSlider},    {3, &SoakActions::WheelOnSlider},
-      {10, &SoakActions::ClickLabel},   {5, &SoakActions::ClickAnywhere},  {14, &SoakActions::TypeText},
-      {12, &SoakActions::KeyInEditBox}, {7, &SoakActions::HoverAndDelete}, {5, &SoakActions::ClickAdd},
-      {3, &SoakActions::ClickToggle},   {3, &SoakActions::Resize},         {5, &SoakActions::Command},
-      {1.5, &SoakActions::Settings},    {6, &SoakActions::UndoOrRedo},
+      {22, &SoakActions::Slider},     {10, &SoakActions::ClickLabel},    {5, &SoakActions::ClickAnywhere},
+      {26, &SoakActions::Edit},       {7, &SoakActions::HoverAndDelete}, {5, &SoakActions::ClickAdd},
+      {3, &SoakActions::ClickToggle}, {3, &SoakActions::Resize},         {13, &SoakActions::Command},
   };
   return actions;
 }
@@ -131,51 +129,45 @@ std::string SoakActions::Clicked(QWidget* Control) {
   return "click " + Name(Control);
 }
 
-std::string SoakActions::DragSlider() {
+// A drag now and then overshoots the track at either end.
+std::string SoakActions::Slider() {
   const auto sliders = Visible({"sliderWeighting", "sliderRating"});
   if (sliders.empty()) {
     return ClickToggle();
   }
   QWidget* slider = Pick(sliders);
-  const int y = slider->height() / 2;
-  QPoint at(Between(-10, slider->width() + 10), y);
-  std::string done = "drag " + Name(slider) + " " + std::to_string(at.x());
-  QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, at);
+  const int roll = Between(0, 21);
+  return roll < 14 ? DragSlider(slider) : roll < 19 ? KeyOnSlider(slider) : WheelOnSlider(slider);
+}
+
+std::string SoakActions::DragSlider(QWidget* Slider) {
+  QPoint at(Between(-10, Slider->width() + 10), Slider->height() / 2);
+  std::string done = "drag " + Name(Slider) + " " + std::to_string(at.x());
+  QTest::mousePress(Slider, Qt::LeftButton, Qt::NoModifier, at);
   for (int moves = Between(0, 3); moves > 0; --moves) {
-    at.setX(Between(-10, slider->width() + 10));
-    QTest::mouseMove(slider, at);
+    at.setX(Between(-10, Slider->width() + 10));
+    QTest::mouseMove(Slider, at);
     done += ">" + std::to_string(at.x());
   }
-  QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseRelease(Slider, Qt::LeftButton, Qt::NoModifier, at);
   return done;
 }
 
-std::string SoakActions::KeyOnSlider() {
-  static const std::vector<Qt::Key> keys{Qt::Key_Left,   Qt::Key_Right,    Qt::Key_Up,   Qt::Key_Down,
-                                         Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
-  const auto sliders = Visible({"sliderWeighting", "sliderRating"});
-  if (sliders.empty()) {
-    return ClickToggle();
-  }
-  QWidget* slider = Pick(sliders);
-  const Qt::Key key = Pick(keys);
-  slider->setFocus(Qt::MouseFocusReason);
-  QTest::keyClick(slider, key);
-  return "key " + KeyName(key) + " on " + Name(slider);
+std::string SoakActions::KeyOnSlider(QWidget* Slider) {
+  const Qt::Key key = Pick(std::vector<Qt::Key>{Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp,
+                                                Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End});
+  Slider->setFocus(Qt::MouseFocusReason);
+  QTest::keyClick(Slider, key);
+  return "key " + KeyName(key) + " on " + Name(Slider);
 }
 
-std::string SoakActions::WheelOnSlider() {
-  const auto sliders = Visible({"sliderWeighting", "sliderRating"});
-  if (sliders.empty()) {
-    return ClickToggle();
-  }
-  QWidget* slider = Pick(sliders);
-  const QPoint at = PointIn(slider);
+std::string SoakActions::WheelOnSlider(QWidget* Slider) {
+  const QPoint at = PointIn(Slider);
   const int angle = Pick(std::vector<int>{-240, -120, -40, 40, 120, 360});
-  QWheelEvent wheel(at, slider->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
+  QWheelEvent wheel(at, Slider->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
                     Qt::NoScrollPhase, false);
-  QApplication::sendEvent(slider, &wheel);
-  return "wheel " + std::to_string(angle) + " on " + Name(slider);
+  QApplication::sendEvent(Slider, &wheel);
+  return "wheel " + std::to_string(angle) + " on " + Name(Slider);
 }
 
 std::string SoakActions::ClickLabel() {
@@ -205,41 +197,43 @@ std::string SoakActions::EnsureEditing() {
   return "open " + Name(label) + ", ";
 }
 
-std::string SoakActions::TypeText() {
+// Typing, or a key that ends the edit, moves on with Tab or edits the text.
+std::string SoakActions::Edit() {
+  static const std::vector<QKeyCombination> keys{
+      Qt::Key_Escape,
+      Qt::Key_Return,
+      Qt::KeypadModifier | Qt::Key_Enter,
+      Qt::Key_Tab,
+      Qt::Key_Tab,
+      Qt::ShiftModifier | Qt::Key_Backtab,
+      Qt::Key_Backspace,
+      Qt::Key_Delete,
+      Qt::Key_Left,
+      Qt::Key_End,
+      Qt::ControlModifier | Qt::Key_A,
+  };
   std::string done = EnsureEditing();
   QLineEdit* editBox = EditBox();
   if (!editBox->isVisible()) {
     return done + "no edit box";
   }
+  if (Chance(0.55)) {
+    return done + TypeText(editBox);
+  }
+  const QKeyCombination key = Pick(keys);
+  QTest::keyClick(editBox, key.key(), key.keyboardModifiers());
+  return done + "key " + KeyName(key);
+}
+
+std::string SoakActions::TypeText(QLineEdit* EditBox) {
   const int length = Chance(0.02) ? Between(250, 270) : Between(1, 6);
   QString typed;
   for (int i = 0; i < length; ++i) {
     const QChar character = kTypedCharacters.at(Between(0, static_cast<int>(kTypedCharacters.size()) - 1));
-    QTest::sendKeyEvent(QTest::Click, editBox, Qt::Key_unknown, QString(character), Qt::NoModifier);
+    QTest::sendKeyEvent(QTest::Click, EditBox, Qt::Key_unknown, QString(character), Qt::NoModifier);
     typed += character;
   }
-  return done + "type \"" + typed.toStdString() + "\"";
-}
-
-std::string SoakActions::KeyInEditBox() {
-  struct Key {
-    Qt::Key Code;
-    Qt::KeyboardModifiers Modifiers;
-  };
-  static const std::vector<Key> keys{
-      {Qt::Key_Escape, Qt::NoModifier},    {Qt::Key_Return, Qt::NoModifier}, {Qt::Key_Enter, Qt::KeypadModifier},
-      {Qt::Key_Tab, Qt::NoModifier},       {Qt::Key_Tab, Qt::NoModifier},    {Qt::Key_Backtab, Qt::ShiftModifier},
-      {Qt::Key_Backspace, Qt::NoModifier}, {Qt::Key_Delete, Qt::NoModifier}, {Qt::Key_Left, Qt::NoModifier},
-      {Qt::Key_End, Qt::NoModifier},       {Qt::Key_A, Qt::ControlModifier},
-  };
-  std::string done = EnsureEditing();
-  QLineEdit* editBox = EditBox();
-  if (!editBox->isVisible()) {
-    return done + "no edit box";
-  }
-  const Key key = Pick(keys);
-  QTest::keyClick(editBox, key.Code, key.Modifiers);
-  return done + "key " + KeyName(key.Code) + (key.Modifiers != Qt::NoModifier ? " with modifier" : "");
+  return "type \"" + typed.toStdString() + "\"";
 }
 
 // The delete buttons appear only beside the name under the mouse.
@@ -268,10 +262,7 @@ std::string SoakActions::ClickAdd() {
     return Clicked(Control(attribute ? "btnToggleWeightings" : "btnToggleRatings"));
   }
   std::string done = Clicked(add);
-  for (int again = Between(0, 1); again > 0; --again) {
-    done += ", " + Clicked(add);
-  }
-  return done;
+  return Chance(0.5) ? done + ", " + Clicked(add) : done;
 }
 
 std::string SoakActions::ClickToggle() {
@@ -279,54 +270,44 @@ std::string SoakActions::ClickToggle() {
 }
 
 std::string SoakActions::Resize() {
-  switch (Between(0, 9)) {
-    case 0:
-      window_.showMaximized();
-      return "maximise";
-    case 1:
-      window_.showNormal();
-      return "restore";
-    default: {
-      const QSize size(Between(200, 1600), Between(150, 1200));
-      window_.resize(size);
-      return "resize to " + std::to_string(size.width()) + "x" + std::to_string(size.height());
-    }
+  const int roll = Between(0, 9);
+  if (roll < 2) {
+    roll == 0 ? window_.showMaximized() : window_.showNormal();
+    return roll == 0 ? "maximise" : "restore";
   }
+  const QSize size(Between(200, 1600), Between(150, 1200));
+  window_.resize(size);
+  return "resize to " + std::to_string(size.width()) + "x" + std::to_string(size.height());
 }
 
-// New, Load, Save, copy and quit, by button or by shortcut, to the window or to the open edit box.
+// New, Load, Save, Settings, copy, quit, undo and redo, by button or by shortcut, to the window or to the
+// open edit box (whose own text the undo keys then act on).
 std::string SoakActions::Command() {
   struct Route {
     const char* Button;
-    Qt::Key Shortcut;
+    QKeyCombination Shortcut;
   };
   static const std::vector<Route> routes{
-      {"btnNew", Qt::Key_N}, {"btnLoad", Qt::Key_L}, {"btnSave", Qt::Key_S}, {nullptr, Qt::Key_C}, {nullptr, Qt::Key_Q},
+      {"btnNew", Qt::ControlModifier | Qt::Key_N},
+      {"btnLoad", Qt::ControlModifier | Qt::Key_L},
+      {"btnSave", Qt::ControlModifier | Qt::Key_S},
+      {"btnSettings", Qt::Key_unknown},
+      {nullptr, Qt::ControlModifier | Qt::Key_C},
+      {nullptr, Qt::ControlModifier | Qt::Key_Q},
+      {nullptr, Qt::ControlModifier | Qt::Key_Z},
+      {nullptr, Qt::ControlModifier | Qt::Key_Y},
+      {nullptr, Qt::ControlModifier | Qt::ShiftModifier | Qt::Key_Z},
   };
   const Route route = Pick(routes);
-  if (route.Shortcut == Qt::Key_Q && !Chance(0.1)) {
+  if (route.Shortcut.key() == Qt::Key_Q && !Chance(0.1)) {
     return Command();
   }
-  if (route.Button != nullptr && Chance(0.5)) {
+  if (route.Button != nullptr && (route.Shortcut.key() == Qt::Key_unknown || Chance(0.5))) {
     return Clicked(Control(route.Button));
   }
   QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
-  QTest::keyClick(receiver, route.Shortcut, Qt::ControlModifier);
-  return "Ctrl+" + KeyName(route.Shortcut) + " to " + Name(receiver);
-}
-
-// Ctrl+Z, Ctrl+Y or Ctrl+Shift+Z, to the window or to the open edit box (whose text they then act on).
-std::string SoakActions::UndoOrRedo() {
-  const int choice = Between(0, 2);
-  const Qt::Key key = choice == 1 ? Qt::Key_Y : Qt::Key_Z;
-  const Qt::KeyboardModifiers modifiers = choice == 2 ? Qt::ControlModifier | Qt::ShiftModifier : Qt::ControlModifier;
-  QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
-  QTest::keyClick(receiver, key, modifiers);
-  return std::string(choice == 2 ? "Ctrl+Shift+" : "Ctrl+") + KeyName(key) + " to " + Name(receiver);
-}
-
-std::string SoakActions::Settings() {
-  return Clicked(Control("btnSettings"));
+  QTest::keyClick(receiver, route.Shortcut.key(), route.Shortcut.keyboardModifiers());
+  return KeyName(route.Shortcut) + " to " + Name(receiver);
 }
 
 void SoakActions::AnswerOpenDialog() {
@@ -369,17 +350,13 @@ std::string SoakActions::FillSettings(QDialog& Dialog) {
       done += std::string(choice) + " ";
     }
   }
-  switch (Between(0, 3)) {
-    case 0:
-      QTest::keyClick(&Dialog, Qt::Key_Escape);
-      return done + "Escape";
-    case 1:
-      Dialog.findChild<QAbstractButton*>("btnCancel")->click();
-      return done + "Cancel";
-    default:
-      Dialog.findChild<QAbstractButton*>("btnOk")->click();
-      return done + "OK";
+  const int close = Between(0, 3);
+  if (close == 0) {
+    QTest::keyClick(&Dialog, Qt::Key_Escape);
+  } else {
+    Dialog.findChild<QAbstractButton*>(close == 1 ? "btnCancel" : "btnOk")->click();
   }
+  return done + (close == 0 ? "Escape" : close == 1 ? "Cancel" : "OK");
 }
 
 }  // namespace tarvelin::testing

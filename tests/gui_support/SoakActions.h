@@ -39,20 +39,19 @@ class SoakActions {
   };
   static const std::vector<WeightedAction>& Actions();
 
-  std::string DragSlider();
-  std::string KeyOnSlider();
-  std::string WheelOnSlider();
+  std::string Slider();
+  std::string DragSlider(QWidget* Slider);
+  std::string KeyOnSlider(QWidget* Slider);
+  std::string WheelOnSlider(QWidget* Slider);
   std::string ClickLabel();
   std::string ClickAnywhere();
-  std::string TypeText();
-  std::string KeyInEditBox();
+  std::string Edit();
+  std::string TypeText(QLineEdit* EditBox);
   std::string HoverAndDelete();
   std::string ClickAdd();
   std::string ClickToggle();
   std::string Resize();
   std::string Command();
-  std::string UndoOrRedo();
-  std::string Settings();
 
   int Between(int Low, int High);
   bool Chance(double Probability);
