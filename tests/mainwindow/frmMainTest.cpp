@@ -116,17 +116,6 @@ class frmMainTest final : public QObject {
     QVERIFY(!Program().Modified);
   }
 
-  void coloursEveryBarTiedWithTheBest() {
-    frmMain& window = f_->Start(3, 1);
-    for (const auto& [option, rating] : {std::pair{0, 0.8}, {1, 0.8}, {2, 0.3}}) {
-      Program().Topic->SetRating(static_cast<int16_t>(option), 0, rating);
-    }
-    window.UpdateSettings();
-    QCOMPARE(f_->Find<ctlSlider>("sliderScore_0")->BarColour(), 0x0CC0FEu);
-    QCOMPARE(f_->Find<ctlSlider>("sliderScore_1")->BarColour(), 0x0CC0FEu);
-    QCOMPARE(f_->Find<ctlSlider>("sliderScore_2")->BarColour(), 0x0980FDu);
-  }
-
   void loadsTheFileNamedOnTheCommandLine() {
     const std::string file = CommandLineFile("flat.tvt");
     QCOMPARE(f_->Launch().windowTitle(), QString("Tarvelin - Choosing a flat"));
