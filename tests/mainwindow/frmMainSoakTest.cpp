@@ -117,11 +117,10 @@ class frmMainSoakTest final : public QObject {
     testing::RandomDialogs dialogs(random, f_->Folder.Temp().Path());
     Program().UI = &dialogs;
     frmMain& window = StartWindow();
-    testing::SoakActions soak(window, random);
     std::deque<std::string> recent;
     for (unsigned long action = 1; action <= actions; ++action) {
       dialogs.Forget();
-      const std::string done = soak.Step();
+      const std::string done = testing::RandomAction(window, random);
       const TarvelinTopic& topic = *Program().Topic;
       recent.push_back("#" + std::to_string(action) + " (" + std::to_string(topic.TotalOptions()) + "x" +
                        std::to_string(topic.TotalAttributes()) + ") " + done + dialogs.Transcript());
