@@ -49,13 +49,13 @@ class frmMainCommandsTest final : public QObject {
   void cleanup() { f_.reset(); }
 
   void shortcutsActOnlyWithCtrlAloneAndAlsoWhileEditing() {
-    QTest::keyClick(Window(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    QTest::keyClick(Window(), Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
-    QTest::keyClick(Window(), Qt::Key_S);
+    Key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    Key(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
+    Key(Qt::Key_S, Qt::NoModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{0});
-    QTest::keyClick(Window(), Qt::Key_S, Qt::ControlModifier);
+    Key(Qt::Key_S);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
-    QTest::keyClick(Window(), Qt::Key_L, Qt::ControlModifier);
+    Key(Qt::Key_L);
     QCOMPARE(Dialogs().OpenRequests.size(), size_t{1});
     f_->Click("lblAttribute_0");
     QTest::keyClick(EditBox(), Qt::Key_S, Qt::ControlModifier);
@@ -65,10 +65,10 @@ class frmMainCommandsTest final : public QObject {
   void ctrlPOffersThePdfReportAndKeepsTheTopicsFileName() {
     Program().CurrentFileName = f_->File("car.tvt");
     Program().Modified = true;
-    QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    Key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{0});
     Dialogs().FileAnswers.push_back(f_->File("car.pdf"));
-    QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier);
+    Key(Qt::Key_P);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
     const FileDialogRequest& request = Dialogs().SaveRequests[0];
     QCOMPARE(QString::fromStdString(request.Filter).split('|').at(2 * (request.FilterIndex - 1)),

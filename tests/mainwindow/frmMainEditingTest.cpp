@@ -64,17 +64,12 @@ class frmMainEditingTest final : public QObject {
     QVERIFY(Program().Modified);
   }
 
-  void escapeRestoresTheCaptionAndCommitsNothing() {
-    f_->Start();
+  void escapeAndAnUnchangedOrBlankNameCommitNothing() {
+    f_->Start(2, 3);
     Edit("lblOption_0", "Bungalow", Qt::Key_Escape);
     QVERIFY(!EditBox()->isVisible());
     QCOMPARE(Label("lblOption_0")->text(), QString("Option 1"));
     QCOMPARE(Topic().GetOptionName(0), std::string("Option 1"));
-    QVERIFY(!Program().Modified);
-  }
-
-  void committingAnUnchangedOrBlankNameChangesNothing() {
-    f_->Start(2, 3);
     Edit("lblAttribute_2", "");
     Edit("lblAttribute_2", "", Qt::Key_Backspace);
     QTest::keyClick(EditBox(), Qt::Key_Return);
@@ -101,9 +96,13 @@ class frmMainEditingTest final : public QObject {
     QCOMPARE(Label("lblScoreTitle_0")->text(), QString("Option 1"));
   }
 
-  void aPercentageIsReadInPercentageDisplay() {
+  void aPercentageIsReadInPercentageDisplayAndANonNumberIsExplainedAndUndone() {
     Program().DisplayAsDecimal = false;
     f_->Start();
+    const QString before = Label("lblRating_0")->text();
+    Edit("lblRating_0", ".");
+    QCOMPARE(f_->Dialogs->Messages.size(), size_t{1});
+    QCOMPARE(Label("lblRating_0")->text(), before);
     Open("lblRating_3");
     QCOMPARE(EditBox()->text(), Label("lblRating_3")->text());
     EditBox()->setText("75%");
@@ -112,15 +111,7 @@ class frmMainEditingTest final : public QObject {
     QCOMPARE(Label("lblRating_3")->text(), QString("75.0%"));
   }
 
-  void aValueThatIsNoNumberIsExplainedAndUndone() {
-    f_->Start();
-    const QString before = Label("lblRating_0")->text();
-    Edit("lblRating_0", ".");
-    QCOMPARE(f_->Dialogs->Messages.size(), size_t{1});
-    QCOMPARE(Label("lblRating_0")->text(), before);
-  }
-
-  void tabWrapsWithinTheSameKindOfLabel() {
+  void tabWrapsWithinTheSameKindOfLabelOpensTheFullNameAndLeavesTheTitle() {
     f_->Start(2, 3);
     Edit("lblWeighting_2", "", Qt::Key_Tab);
     QCOMPARE(Editing(), Label("lblWeighting_0"));
@@ -128,10 +119,6 @@ class frmMainEditingTest final : public QObject {
     QCOMPARE(Editing(), Label("lblWeighting_2"));
     QTest::keyClick(EditBox(), Qt::Key_Backtab, Qt::ShiftModifier);
     QCOMPARE(Editing(), Label("lblWeighting_1"));
-  }
-
-  void tabOpensTheFullNameAndTheTitleLeadsNowhere() {
-    f_->Start();
     const std::string longName = "A rather long attribute name that will not fit";
     Topic().SetAttributeName(1, longName);
     f_->Rebuild();
