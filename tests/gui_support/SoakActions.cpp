@@ -24,10 +24,6 @@ constexpr int kMaxAnswersPerAction = 12;
 // refuse, characters a topic file gives meaning to, and letters outside ASCII.
 const QString kTypedCharacters = QString::fromUtf8("0123456789..%-,+ abcXYZ=;[]\"'#\\\xC3\xA9\xC3\x9F\xE6\x97\xA5");
 
-std::string KeyName(QKeyCombination Key) {
-  return QKeySequence(Key).toString().toStdString();
-}
-
 std::string Name(const QObject* Object) {
   return Object->objectName().toStdString();
 }
@@ -156,11 +152,10 @@ class Actor {
   }
 
   std::string KeyOnSlider(QWidget* Slider) {
-    const Qt::Key key = Pick(std::vector<Qt::Key>{Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp,
-                                                  Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End});
+    const char* name = Pick(std::vector<const char*>{"Left", "Right", "Up", "Down", "PgUp", "PgDown", "Home", "End"});
     Slider->setFocus(Qt::MouseFocusReason);
-    QTest::keyClick(Slider, key);
-    return "key " + KeyName(key) + " on " + Name(Slider);
+    QTest::keyClick(Slider, QKeySequence(name)[0].key());
+    return std::string("key ") + name + " on " + Name(Slider);
   }
 
   std::string WheelOnSlider(QWidget* Slider) {
@@ -199,19 +194,8 @@ class Actor {
 
   // Typing, or a key that ends the edit, moves on with Tab or edits the text.
   std::string Edit() {
-    static const std::vector<QKeyCombination> keys{
-        Qt::Key_Escape,
-        Qt::Key_Return,
-        Qt::KeypadModifier | Qt::Key_Enter,
-        Qt::Key_Tab,
-        Qt::Key_Tab,
-        Qt::ShiftModifier | Qt::Key_Backtab,
-        Qt::Key_Backspace,
-        Qt::Key_Delete,
-        Qt::Key_Left,
-        Qt::Key_End,
-        Qt::ControlModifier | Qt::Key_A,
-    };
+    static const std::vector<const char*> keys{"Esc",       "Return", "Num+Enter", "Tab", "Tab",   "Shift+Backtab",
+                                               "Backspace", "Del",    "Left",      "End", "Ctrl+A"};
     std::string done = EnsureEditing();
     QLineEdit* editBox = EditBox();
     if (!editBox->isVisible()) {
@@ -220,9 +204,10 @@ class Actor {
     if (Chance(0.55)) {
       return done + TypeText(editBox);
     }
-    const QKeyCombination key = Pick(keys);
+    const char* name = Pick(keys);
+    const QKeyCombination key = QKeySequence(name)[0];
     QTest::keyClick(editBox, key.key(), key.keyboardModifiers());
-    return done + "key " + KeyName(key);
+    return done + "key " + name;
   }
 
   std::string TypeText(QLineEdit* EditBox) {
@@ -285,31 +270,21 @@ class Actor {
   // New, Load, Save, Settings, copy, quit, undo and redo, by button or by shortcut, to the window or to the
   // open edit box (whose own text the undo keys then act on).
   std::string Command() {
-    struct Route {
-      const char* Button;
-      QKeyCombination Shortcut;
-    };
-    static const std::vector<Route> routes{
-        {"btnNew", Qt::ControlModifier | Qt::Key_N},
-        {"btnLoad", Qt::ControlModifier | Qt::Key_L},
-        {"btnSave", Qt::ControlModifier | Qt::Key_S},
-        {"btnSettings", Qt::Key_unknown},
-        {nullptr, Qt::ControlModifier | Qt::Key_C},
-        {nullptr, Qt::ControlModifier | Qt::Key_Q},
-        {nullptr, Qt::ControlModifier | Qt::Key_Z},
-        {nullptr, Qt::ControlModifier | Qt::Key_Y},
-        {nullptr, Qt::ControlModifier | Qt::ShiftModifier | Qt::Key_Z},
-    };
-    const Route route = Pick(routes);
-    if (route.Shortcut.key() == Qt::Key_Q && !Chance(0.1)) {
+    static const std::vector<std::pair<const char*, const char*>> routes{
+        {"btnNew", "Ctrl+N"},     {"btnLoad", "Ctrl+L"}, {"btnSave", "Ctrl+S"},
+        {"btnSettings", nullptr}, {nullptr, "Ctrl+C"},   {nullptr, "Ctrl+Q"},
+        {nullptr, "Ctrl+Z"},      {nullptr, "Ctrl+Y"},   {nullptr, "Ctrl+Shift+Z"}};
+    const auto [button, shortcut] = Pick(routes);
+    if (shortcut != nullptr && std::string(shortcut) == "Ctrl+Q" && !Chance(0.1)) {
       return Command();
     }
-    if (route.Button != nullptr && (route.Shortcut.key() == Qt::Key_unknown || Chance(0.5))) {
-      return Clicked(Control(route.Button));
+    if (button != nullptr && (shortcut == nullptr || Chance(0.5))) {
+      return Clicked(Control(button));
     }
     QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
-    QTest::keyClick(receiver, route.Shortcut.key(), route.Shortcut.keyboardModifiers());
-    return KeyName(route.Shortcut) + " to " + Name(receiver);
+    const QKeyCombination key = QKeySequence(shortcut)[0];
+    QTest::keyClick(receiver, key.key(), key.keyboardModifiers());
+    return std::string(shortcut) + " to " + Name(receiver);
   }
 
   void AnswerOpenDialog() {
