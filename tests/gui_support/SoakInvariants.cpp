@@ -155,11 +155,8 @@ class Checker {
       auto* bar = Find<ctlSlider>(Indexed("sliderScore", static_cast<int>(o)));
       const uint32_t expected = scores[o] == best ? kBestBarColour : kOtherBarColour;
       if (bar != nullptr && bar->BarColour() != expected) {
-        Problem(QString("%1 coloured %2 for a score of %3 against a best of %4")
-                    .arg(bar->objectName())
-                    .arg(bar->BarColour(), 6, 16, QChar('0'))
-                    .arg(scores[o])
-                    .arg(best));
+        Problem(bar->objectName() +
+                QString(" coloured %1 for %2, best %3").arg(bar->BarColour(), 6, 16).arg(scores[o]).arg(best));
       }
     }
   }
