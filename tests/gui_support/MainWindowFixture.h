@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QLineEdit>
+#include <QTest>
 #include <QWidget>
 #include <memory>
 #include <string>
@@ -60,6 +62,13 @@ class MainWindowFixture {
     return control;
   }
   bool Has(const QString& Name) const { return Window->findChild<QWidget*>(Name) != nullptr; }
+  QLineEdit* EditBox() const { return Find<QLineEdit>("txtEditBox"); }
+  void Click(const QString& Name) const { QTest::mouseClick(Find(Name), Qt::LeftButton); }
+  // Opens the label for editing and types Text, leaving the edit open.
+  void Type(const QString& Label, const QString& Text) const {
+    Click(Label);
+    QTest::keyClicks(EditBox(), Text);
+  }
 
   std::string File(const std::string& Name) const { return Folder.Temp().File(Name); }
 

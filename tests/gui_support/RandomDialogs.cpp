@@ -36,31 +36,27 @@ MsgResult RandomDialogs::ShowMessage(const std::string& Prompt, MsgButtons Butto
 }
 
 std::optional<std::string> RandomDialogs::OpenFile(const FileDialogRequest&) {
-  auto chosen = RandomFileName();
-  transcript_ += " [open " + chosen.value_or("cancelled") + "]";
-  return chosen;
+  return RandomFileName("open");
 }
 
 std::optional<std::string> RandomDialogs::SaveFile(const FileDialogRequest&) {
-  auto chosen = RandomFileName();
-  transcript_ += " [save " + chosen.value_or("cancelled") + "]";
-  return chosen;
+  return RandomFileName("save");
 }
 
-std::optional<std::string> RandomDialogs::RandomFileName() {
+std::optional<std::string> RandomDialogs::RandomFileName(const char* Verb) {
   static constexpr std::array<const char*, 4> stems{"soak", "other", "Topic 1", "na\xC3\xAFve"};
   static constexpr std::array<const char*, 7> extensions{".tvt", ".tvt", ".csv", ".jpg", ".bmp", ".TVT", ""};
   const int roll = std::uniform_int_distribution<int>(0, 19)(random_);
-  if (roll < 4) {
-    return std::nullopt;
-  }
+  std::optional<std::string> chosen;
   if (roll == 4) {
-    return folder_.string();  // a folder, not a file
+    chosen = folder_.string();  // a folder, not a file
+  } else if (roll == 5) {
+    chosen = (folder_ / "missing" / "soak.tvt").string();
+  } else if (roll > 5) {
+    chosen = (folder_ / (std::string(PickFrom(random_, stems)) + PickFrom(random_, extensions))).string();
   }
-  if (roll == 5) {
-    return (folder_ / "missing" / "soak.tvt").string();
-  }
-  return (folder_ / (std::string(PickFrom(random_, stems)) + PickFrom(random_, extensions))).string();
+  transcript_ += std::string(" [") + Verb + " " + chosen.value_or("cancelled") + "]";
+  return chosen;
 }
 
 }  // namespace tarvelin::testing

@@ -25,7 +25,8 @@ class RandomDialogs final : public Dialogs {
   void Forget() { transcript_.clear(); }
 
  private:
-  std::optional<std::string> RandomFileName();
+  // A cancel (nullopt) or a name, logged in the transcript under Verb.
+  std::optional<std::string> RandomFileName(const char* Verb);
 
   std::mt19937& random_;
   std::filesystem::path folder_;

@@ -7,7 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
+#include <initializer_list>
 
 #include "mainwindow/frmMain.h"
 
@@ -22,10 +24,6 @@ constexpr int kMaxAnswersPerAction = 12;
 // refuse, characters a topic file gives meaning to, and letters outside ASCII.
 const QString kTypedCharacters = QString::fromUtf8("0123456789..%-,+ abcXYZ=;[]\"'#\\\xC3\xA9\xC3\x9F\xE6\x97\xA5");
 
-std::string KeyName(Qt::Key Key) {
-  return QKeySequence(Key).toString().toStdString();
-}
-
 std::string Name(const QObject* Object) {
   return Object->objectName().toStdString();
 }
@@ -36,350 +34,319 @@ bool IsArrayMember(const QString& Name, const char* Array) {
   return Name.startsWith(prefix) && (Name.mid(prefix.size()).toInt(&isNumber), isNumber);
 }
 
-}  // namespace
-
-SoakActions::SoakActions(frmMain& Window, std::mt19937& Random) : window_(Window), random_(Random) {
-  std::vector<double> weights;
-  for (const WeightedAction& action : Actions()) {
-    weights.push_back(action.Weight);
+class Actor {
+ public:
+  Actor(frmMain& Window, std::mt19937& Random) : window_(Window), random_(Random) {
+    answerer_.setInterval(0);
+    QObject::connect(&answerer_, &QTimer::timeout, [this] { AnswerOpenDialog(); });
   }
-  choose_ = std::discrete_distribution<size_t>(weights.begin(), weights.end());
-  answerer_.setInterval(0);
-  QObject::connect(&answerer_, &QTimer::timeout, [this] { AnswerOpenDialog(); });
-}
 
-// Adding outweighs deleting a little, so the counts wander over the whole range and meet both limits.
-const std::vector<SoakActions::WeightedAction>& SoakActions::Actions() {
-  static const std::vector<WeightedAction> actions{
-      {14, &SoakActions::DragSlider},   {5, &SoakActions::KeyOnSlider},    {3, &SoakActions::WheelOnSlider},
-      {10, &SoakActions::ClickLabel},   {5, &SoakActions::ClickAnywhere},  {14, &SoakActions::TypeText},
-      {12, &SoakActions::KeyInEditBox}, {7, &SoakActions::HoverAndDelete}, {5, &SoakActions::ClickAdd},
-      {3, &SoakActions::ClickToggle},   {3, &SoakActions::Resize},         {5, &SoakActions::Command},
-      {1.5, &SoakActions::Settings},    {6, &SoakActions::UndoOrRedo},
-  };
-  return actions;
-}
-
-std::string SoakActions::Step() {
-  if (!window_.isVisible()) {
-    window_.show();  // closed by Ctrl+Q: the person starts it again on the same topic
-  }
-  if (!window_.isActiveWindow()) {
-    window_.activateWindow();
+  std::string Step() {
+    if (!window_.isVisible()) {
+      window_.show();  // closed by Ctrl+Q: the person starts it again on the same topic
+    }
+    if (!window_.isActiveWindow()) {
+      window_.activateWindow();
+      QApplication::processEvents();
+    }
+    std::vector<double> weights;
+    for (const WeightedAction& action : Actions()) {
+      weights.push_back(action.Weight);
+    }
+    // Any click may open the modal settings dialog (a click anywhere can land on its button), so a timer
+    // answers it from inside its own loop during every action.
+    answerer_.start();
+    const std::string done =
+        (this->*Actions()[std::discrete_distribution<size_t>(weights.begin(), weights.end())(random_)].Perform)();
     QApplication::processEvents();
+    answerer_.stop();
+    return done + dialogTranscript_;
   }
-  // Any click may open the modal settings dialog (a click anywhere can land on its button), so a timer
-  // answers it from inside its own loop during every action.
-  dialogTranscript_.clear();
-  answers_ = 0;
-  answerer_.start();
-  const std::string done = (this->*Actions()[choose_(random_)].Perform)();
-  QApplication::processEvents();
-  answerer_.stop();
-  return done + dialogTranscript_;
-}
 
-int SoakActions::Between(int Low, int High) {
-  return std::uniform_int_distribution<int>(Low, High)(random_);
-}
+ private:
+  using Action = std::string (Actor::*)();
+  struct WeightedAction {
+    double Weight;
+    Action Perform;
+  };
 
-bool SoakActions::Chance(double Probability) {
-  return std::bernoulli_distribution(Probability)(random_);
-}
+  template <class T>
+  T Pick(const std::vector<T>& Choices) {
+    return Choices[static_cast<size_t>(Between(0, static_cast<int>(Choices.size()) - 1))];
+  }
 
-QPoint SoakActions::PointIn(const QWidget* Widget) {
-  return {Between(0, std::max(0, Widget->width() - 1)), Between(0, std::max(0, Widget->height() - 1))};
-}
+  // Adding outweighs deleting a little, so the counts wander over the whole range and meet both limits.
+  static const std::vector<WeightedAction>& Actions() {
+    static const std::vector<WeightedAction> actions{
+        {22, &Actor::Slider},     {10, &Actor::ClickLabel},    {5, &Actor::ClickAnywhere},
+        {26, &Actor::Edit},       {7, &Actor::HoverAndDelete}, {5, &Actor::ClickAdd},
+        {3, &Actor::ClickToggle}, {3, &Actor::Resize},         {13, &Actor::Command},
+    };
+    return actions;
+  }
 
-QWidget* SoakActions::Client() const {
-  return Control("picClient");
-}
+  int Between(int Low, int High) { return std::uniform_int_distribution<int>(Low, High)(random_); }
 
-QLineEdit* SoakActions::EditBox() const {
-  return window_.findChild<QLineEdit*>("txtEditBox");
-}
+  bool Chance(double Probability) { return std::bernoulli_distribution(Probability)(random_); }
 
-QWidget* SoakActions::Control(const char* Name) const {
-  return window_.findChild<QWidget*>(Name);
-}
+  QPoint PointIn(const QWidget* Widget) {
+    return {Between(0, std::max(0, Widget->width() - 1)), Between(0, std::max(0, Widget->height() - 1))};
+  }
 
-std::vector<QWidget*> SoakActions::Visible(std::initializer_list<const char*> Arrays) const {
-  std::vector<QWidget*> found;
-  for (QWidget* control : Client()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-    for (const char* array : Arrays) {
-      if (control->isVisible() && IsArrayMember(control->objectName(), array)) {
-        found.push_back(control);
+  QWidget* Client() const { return Control("picClient"); }
+
+  QLineEdit* EditBox() const { return window_.findChild<QLineEdit*>("txtEditBox"); }
+
+  QWidget* Control(const char* Name) const { return window_.findChild<QWidget*>(Name); }
+
+  std::vector<QWidget*> Visible(std::initializer_list<const char*> Arrays) const {
+    std::vector<QWidget*> found;
+    for (QWidget* control : Client()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      for (const char* array : Arrays) {
+        if (control->isVisible() && IsArrayMember(control->objectName(), array)) {
+          found.push_back(control);
+        }
       }
     }
+    return found;
   }
-  return found;
-}
 
-// A click lands on whatever stands at that point, as a real one would: the edit box over its label, the
-// delete button over the highlight, the background between the rows.
-std::string SoakActions::ClickAt(QPoint ClientPoint) {
-  QWidget* target = Client()->childAt(ClientPoint);
-  if (target == nullptr) {
-    target = Client();
-  }
-  QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, target->mapFrom(Client(), ClientPoint));
-  return "click " + Name(target);
-}
-
-std::string SoakActions::Clicked(QWidget* Control) {
-  QTest::mouseClick(Control, Qt::LeftButton, Qt::NoModifier, PointIn(Control));
-  return "click " + Name(Control);
-}
-
-std::string SoakActions::DragSlider() {
-  const auto sliders = Visible({"sliderWeighting", "sliderRating"});
-  if (sliders.empty()) {
-    return ClickToggle();
-  }
-  QWidget* slider = Pick(sliders);
-  const int y = slider->height() / 2;
-  QPoint at(Between(-10, slider->width() + 10), y);
-  std::string done = "drag " + Name(slider) + " " + std::to_string(at.x());
-  QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, at);
-  for (int moves = Between(0, 3); moves > 0; --moves) {
-    at.setX(Between(-10, slider->width() + 10));
-    QTest::mouseMove(slider, at);
-    done += ">" + std::to_string(at.x());
-  }
-  QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, at);
-  return done;
-}
-
-std::string SoakActions::KeyOnSlider() {
-  static const std::vector<Qt::Key> keys{Qt::Key_Left,   Qt::Key_Right,    Qt::Key_Up,   Qt::Key_Down,
-                                         Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
-  const auto sliders = Visible({"sliderWeighting", "sliderRating"});
-  if (sliders.empty()) {
-    return ClickToggle();
-  }
-  QWidget* slider = Pick(sliders);
-  const Qt::Key key = Pick(keys);
-  slider->setFocus(Qt::MouseFocusReason);
-  QTest::keyClick(slider, key);
-  return "key " + KeyName(key) + " on " + Name(slider);
-}
-
-std::string SoakActions::WheelOnSlider() {
-  const auto sliders = Visible({"sliderWeighting", "sliderRating"});
-  if (sliders.empty()) {
-    return ClickToggle();
-  }
-  QWidget* slider = Pick(sliders);
-  const QPoint at = PointIn(slider);
-  const int angle = Pick(std::vector<int>{-240, -120, -40, 40, 120, 360});
-  QWheelEvent wheel(at, slider->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
-                    Qt::NoScrollPhase, false);
-  QApplication::sendEvent(slider, &wheel);
-  return "wheel " + std::to_string(angle) + " on " + Name(slider);
-}
-
-std::string SoakActions::ClickLabel() {
-  std::vector<QWidget*> labels;
-  for (auto* label : Client()->findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
-    if (label->isVisible()) {
-      labels.push_back(label);
+  // A click lands on whatever stands at that point, as a real one would: the edit box over its label, the
+  // delete button over the highlight, the background between the rows.
+  std::string ClickAt(QPoint ClientPoint) {
+    QWidget* target = Client()->childAt(ClientPoint);
+    if (target == nullptr) {
+      target = Client();
     }
+    QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, target->mapFrom(Client(), ClientPoint));
+    return "click " + Name(target);
   }
-  QWidget* label = Pick(labels);
-  return ClickAt(label->geometry().topLeft() + PointIn(label)) + " (aimed at " + Name(label) + ")";
-}
 
-std::string SoakActions::ClickAnywhere() {
-  return ClickAt(PointIn(Client()));
-}
+  std::string Clicked(QWidget* Control) {
+    QTest::mouseClick(Control, Qt::LeftButton, Qt::NoModifier, PointIn(Control));
+    return "click " + Name(Control);
+  }
 
-// Opens the edit box over a random name or value when it is not open.
-std::string SoakActions::EnsureEditing() {
-  if (EditBox()->isVisible()) {
-    return "";
-  }
-  auto editable = Visible({"lblOption", "lblAttribute", "lblWeighting", "lblRating"});
-  editable.push_back(Control("lblTitle"));
-  QWidget* label = Pick(editable);
-  QTest::mouseClick(label, Qt::LeftButton, Qt::NoModifier, PointIn(label));
-  return "open " + Name(label) + ", ";
-}
-
-std::string SoakActions::TypeText() {
-  std::string done = EnsureEditing();
-  QLineEdit* editBox = EditBox();
-  if (!editBox->isVisible()) {
-    return done + "no edit box";
-  }
-  const int length = Chance(0.02) ? Between(250, 270) : Between(1, 6);
-  QString typed;
-  for (int i = 0; i < length; ++i) {
-    const QChar character = kTypedCharacters.at(Between(0, static_cast<int>(kTypedCharacters.size()) - 1));
-    QTest::sendKeyEvent(QTest::Click, editBox, Qt::Key_unknown, QString(character), Qt::NoModifier);
-    typed += character;
-  }
-  return done + "type \"" + typed.toStdString() + "\"";
-}
-
-std::string SoakActions::KeyInEditBox() {
-  struct Key {
-    Qt::Key Code;
-    Qt::KeyboardModifiers Modifiers;
-  };
-  static const std::vector<Key> keys{
-      {Qt::Key_Escape, Qt::NoModifier},    {Qt::Key_Return, Qt::NoModifier}, {Qt::Key_Enter, Qt::KeypadModifier},
-      {Qt::Key_Tab, Qt::NoModifier},       {Qt::Key_Tab, Qt::NoModifier},    {Qt::Key_Backtab, Qt::ShiftModifier},
-      {Qt::Key_Backspace, Qt::NoModifier}, {Qt::Key_Delete, Qt::NoModifier}, {Qt::Key_Left, Qt::NoModifier},
-      {Qt::Key_End, Qt::NoModifier},       {Qt::Key_A, Qt::ControlModifier},
-  };
-  std::string done = EnsureEditing();
-  QLineEdit* editBox = EditBox();
-  if (!editBox->isVisible()) {
-    return done + "no edit box";
-  }
-  const Key key = Pick(keys);
-  QTest::keyClick(editBox, key.Code, key.Modifiers);
-  return done + "key " + KeyName(key.Code) + (key.Modifiers != Qt::NoModifier ? " with modifier" : "");
-}
-
-// The delete buttons appear only beside the name under the mouse.
-std::string SoakActions::HoverAndDelete() {
-  const auto names = Visible({"lblOption", "lblAttribute"});
-  if (names.empty()) {
-    return ClickToggle();
-  }
-  QWidget* name = Pick(names);
-  QTest::mouseMove(name, PointIn(name));
-  std::string done = "hover " + Name(name);
-  QWidget* remove = Control(IsArrayMember(name->objectName(), "lblOption") ? "btnRemoveOption" : "btnRemoveAttribute");
-  if (remove->isVisible() && Chance(0.6)) {
-    QTest::mouseMove(remove, PointIn(remove));
-    done += ", " + Clicked(remove);
-  }
-  return done;
-}
-
-// A hidden add button is reached by expanding its panel first. Clicks come once or twice in a row, so that
-// the counts climb against New and the deletes and meet the maximum now and then.
-std::string SoakActions::ClickAdd() {
-  const bool attribute = Chance(0.5);
-  QWidget* add = Control(attribute ? "btnAddAttribute" : "btnAddOption");
-  if (!add->isVisible()) {
-    return Clicked(Control(attribute ? "btnToggleWeightings" : "btnToggleRatings"));
-  }
-  std::string done = Clicked(add);
-  for (int again = Between(0, 1); again > 0; --again) {
-    done += ", " + Clicked(add);
-  }
-  return done;
-}
-
-std::string SoakActions::ClickToggle() {
-  return Clicked(Control(Pick(std::vector<const char*>{"btnToggleScore", "btnToggleWeightings", "btnToggleRatings"})));
-}
-
-std::string SoakActions::Resize() {
-  switch (Between(0, 9)) {
-    case 0:
-      window_.showMaximized();
-      return "maximise";
-    case 1:
-      window_.showNormal();
-      return "restore";
-    default: {
-      const QSize size(Between(200, 1600), Between(150, 1200));
-      window_.resize(size);
-      return "resize to " + std::to_string(size.width()) + "x" + std::to_string(size.height());
+  // A drag now and then overshoots the track at either end.
+  std::string Slider() {
+    const auto sliders = Visible({"sliderWeighting", "sliderRating"});
+    if (sliders.empty()) {
+      return ClickToggle();
     }
+    QWidget* slider = Pick(sliders);
+    const int roll = Between(0, 21);
+    return roll < 14 ? DragSlider(slider) : roll < 19 ? KeyOnSlider(slider) : WheelOnSlider(slider);
   }
-}
 
-// New, Load, Save, copy and quit, by button or by shortcut, to the window or to the open edit box.
-std::string SoakActions::Command() {
-  struct Route {
-    const char* Button;
-    Qt::Key Shortcut;
-  };
-  static const std::vector<Route> routes{
-      {"btnNew", Qt::Key_N}, {"btnLoad", Qt::Key_L}, {"btnSave", Qt::Key_S}, {nullptr, Qt::Key_C}, {nullptr, Qt::Key_Q},
-  };
-  const Route route = Pick(routes);
-  if (route.Shortcut == Qt::Key_Q && !Chance(0.1)) {
-    return Command();
-  }
-  if (route.Button != nullptr && Chance(0.5)) {
-    return Clicked(Control(route.Button));
-  }
-  QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
-  QTest::keyClick(receiver, route.Shortcut, Qt::ControlModifier);
-  return "Ctrl+" + KeyName(route.Shortcut) + " to " + Name(receiver);
-}
-
-// Ctrl+Z, Ctrl+Y or Ctrl+Shift+Z, to the window or to the open edit box (whose text they then act on).
-std::string SoakActions::UndoOrRedo() {
-  const int choice = Between(0, 2);
-  const Qt::Key key = choice == 1 ? Qt::Key_Y : Qt::Key_Z;
-  const Qt::KeyboardModifiers modifiers = choice == 2 ? Qt::ControlModifier | Qt::ShiftModifier : Qt::ControlModifier;
-  QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
-  QTest::keyClick(receiver, key, modifiers);
-  return std::string(choice == 2 ? "Ctrl+Shift+" : "Ctrl+") + KeyName(key) + " to " + Name(receiver);
-}
-
-std::string SoakActions::Settings() {
-  return Clicked(Control("btnSettings"));
-}
-
-void SoakActions::AnswerOpenDialog() {
-  QDialog* dialog = nullptr;
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == "frmOptions" && window->isVisible()) {
-      dialog = qobject_cast<QDialog*>(window);
+  std::string DragSlider(QWidget* Slider) {
+    QPoint at(Between(-10, Slider->width() + 10), Slider->height() / 2);
+    std::string done = "drag " + Name(Slider) + " " + std::to_string(at.x());
+    QTest::mousePress(Slider, Qt::LeftButton, Qt::NoModifier, at);
+    for (int moves = Between(0, 3); moves > 0; --moves) {
+      at.setX(Between(-10, Slider->width() + 10));
+      QTest::mouseMove(Slider, at);
+      done += ">" + std::to_string(at.x());
     }
+    QTest::mouseRelease(Slider, Qt::LeftButton, Qt::NoModifier, at);
+    return done;
   }
-  if (dialog == nullptr) {
-    return;
-  }
-  if (++answers_ > kMaxAnswersPerAction) {
-    dialogTranscript_ += " [settings closed outright]";
-    dialog->done(QDialog::Rejected);
-    return;
-  }
-  dialogTranscript_ += " [settings " + FillSettings(*dialog) + "]";
-}
 
-std::string SoakActions::FillSettings(QDialog& Dialog) {
-  static const std::vector<const char*> titles{"", "   ", "Soak topic",
-                                               "A title long enough to be cut short in the window", "=;[x]"};
-  static const std::vector<const char*> counts{"0", "1", "2", "3", "5", "9", "10", "11", "-1", "abc", "", "32768"};
-  std::string done;
-  const auto field = [&](const char* name, const std::vector<const char*>& choices) {
-    if (Chance(0.4)) {
-      const char* text = Pick(choices);
-      Dialog.findChild<QLineEdit*>(name)->setText(text);
-      done += std::string(name) + "=\"" + text + "\" ";
-    }
-  };
-  field("txtTitle", titles);
-  field("txtOptionCount", counts);
-  field("txtAttributeCount", counts);
-  for (const char* choice : {"chkNormaliseWeights", "optWeightingType_0", "optWeightingType_1", "optRange_0",
-                             "optRange_1", "chkShowSettingsOnNew"}) {
-    if (Chance(0.12)) {
-      Dialog.findChild<QAbstractButton*>(choice)->click();
-      done += std::string(choice) + " ";
-    }
+  std::string KeyOnSlider(QWidget* Slider) {
+    const char* name = Pick(std::vector<const char*>{"Left", "Right", "Up", "Down", "PgUp", "PgDown", "Home", "End"});
+    Slider->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(Slider, QKeySequence(name)[0].key());
+    return std::string("key ") + name + " on " + Name(Slider);
   }
-  switch (Between(0, 3)) {
-    case 0:
+
+  std::string WheelOnSlider(QWidget* Slider) {
+    const QPoint at = PointIn(Slider);
+    const int angle = Pick(std::vector<int>{-240, -120, -40, 40, 120, 360});
+    QWheelEvent wheel(at, Slider->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Slider, &wheel);
+    return "wheel " + std::to_string(angle) + " on " + Name(Slider);
+  }
+
+  std::string ClickLabel() {
+    std::vector<QWidget*> labels;
+    for (auto* label : Client()->findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+      if (label->isVisible()) {
+        labels.push_back(label);
+      }
+    }
+    QWidget* label = Pick(labels);
+    return ClickAt(label->geometry().topLeft() + PointIn(label)) + " (aimed at " + Name(label) + ")";
+  }
+
+  std::string ClickAnywhere() { return ClickAt(PointIn(Client())); }
+
+  // Opens the edit box over a random name or value when it is not open.
+  std::string EnsureEditing() {
+    if (EditBox()->isVisible()) {
+      return "";
+    }
+    auto editable = Visible({"lblOption", "lblAttribute", "lblWeighting", "lblRating"});
+    editable.push_back(Control("lblTitle"));
+    QWidget* label = Pick(editable);
+    QTest::mouseClick(label, Qt::LeftButton, Qt::NoModifier, PointIn(label));
+    return "open " + Name(label) + ", ";
+  }
+
+  // Typing, or a key that ends the edit, moves on with Tab or edits the text.
+  std::string Edit() {
+    static const std::vector<const char*> keys{"Esc",       "Return", "Num+Enter", "Tab", "Tab",   "Shift+Backtab",
+                                               "Backspace", "Del",    "Left",      "End", "Ctrl+A"};
+    std::string done = EnsureEditing();
+    QLineEdit* editBox = EditBox();
+    if (!editBox->isVisible()) {
+      return done + "no edit box";
+    }
+    if (Chance(0.55)) {
+      return done + TypeText(editBox);
+    }
+    const char* name = Pick(keys);
+    const QKeyCombination key = QKeySequence(name)[0];
+    QTest::keyClick(editBox, key.key(), key.keyboardModifiers());
+    return done + "key " + name;
+  }
+
+  std::string TypeText(QLineEdit* EditBox) {
+    const int length = Chance(0.02) ? Between(250, 270) : Between(1, 6);
+    QString typed;
+    for (int i = 0; i < length; ++i) {
+      const QChar character = kTypedCharacters.at(Between(0, static_cast<int>(kTypedCharacters.size()) - 1));
+      QTest::sendKeyEvent(QTest::Click, EditBox, Qt::Key_unknown, QString(character), Qt::NoModifier);
+      typed += character;
+    }
+    return "type \"" + typed.toStdString() + "\"";
+  }
+
+  // The delete buttons appear only beside the name under the mouse.
+  std::string HoverAndDelete() {
+    const auto names = Visible({"lblOption", "lblAttribute"});
+    if (names.empty()) {
+      return ClickToggle();
+    }
+    QWidget* name = Pick(names);
+    QTest::mouseMove(name, PointIn(name));
+    std::string done = "hover " + Name(name);
+    QWidget* remove =
+        Control(IsArrayMember(name->objectName(), "lblOption") ? "btnRemoveOption" : "btnRemoveAttribute");
+    if (remove->isVisible() && Chance(0.6)) {
+      QTest::mouseMove(remove, PointIn(remove));
+      done += ", " + Clicked(remove);
+    }
+    return done;
+  }
+
+  // A hidden add button is reached by expanding its panel first. Clicks come once or twice in a row, so that
+  // the counts climb against New and the deletes and meet the maximum now and then.
+  std::string ClickAdd() {
+    const bool attribute = Chance(0.5);
+    QWidget* add = Control(attribute ? "btnAddAttribute" : "btnAddOption");
+    if (!add->isVisible()) {
+      return Clicked(Control(attribute ? "btnToggleWeightings" : "btnToggleRatings"));
+    }
+    std::string done = Clicked(add);
+    return Chance(0.5) ? done + ", " + Clicked(add) : done;
+  }
+
+  std::string ClickToggle() {
+    return Clicked(
+        Control(Pick(std::vector<const char*>{"btnToggleScore", "btnToggleWeightings", "btnToggleRatings"})));
+  }
+
+  std::string Resize() {
+    const int roll = Between(0, 9);
+    if (roll < 2) {
+      roll == 0 ? window_.showMaximized() : window_.showNormal();
+      return roll == 0 ? "maximise" : "restore";
+    }
+    const QSize size(Between(200, 1600), Between(150, 1200));
+    window_.resize(size);
+    return "resize to " + std::to_string(size.width()) + "x" + std::to_string(size.height());
+  }
+
+  // New, Load, Save, Settings, copy, quit, undo and redo, by button or by shortcut, to the window or to the
+  // open edit box (whose own text the undo keys then act on).
+  std::string Command() {
+    static const std::vector<std::pair<const char*, const char*>> routes{
+        {"btnNew", "Ctrl+N"},     {"btnLoad", "Ctrl+L"}, {"btnSave", "Ctrl+S"},
+        {"btnSettings", nullptr}, {nullptr, "Ctrl+C"},   {nullptr, "Ctrl+Q"},
+        {nullptr, "Ctrl+Z"},      {nullptr, "Ctrl+Y"},   {nullptr, "Ctrl+Shift+Z"}};
+    const auto [button, shortcut] = Pick(routes);
+    if (shortcut != nullptr && std::string(shortcut) == "Ctrl+Q" && !Chance(0.1)) {
+      return Command();
+    }
+    if (button != nullptr && (shortcut == nullptr || Chance(0.5))) {
+      return Clicked(Control(button));
+    }
+    QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
+    const QKeyCombination key = QKeySequence(shortcut)[0];
+    QTest::keyClick(receiver, key.key(), key.keyboardModifiers());
+    return std::string(shortcut) + " to " + Name(receiver);
+  }
+
+  void AnswerOpenDialog() {
+    QDialog* dialog = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == "frmOptions" && window->isVisible()) {
+        dialog = qobject_cast<QDialog*>(window);
+      }
+    }
+    if (dialog == nullptr) {
+      return;
+    }
+    if (++answers_ > kMaxAnswersPerAction) {
+      dialogTranscript_ += " [settings closed outright]";
+      dialog->done(QDialog::Rejected);
+      return;
+    }
+    dialogTranscript_ += " [settings " + FillSettings(*dialog) + "]";
+  }
+
+  std::string FillSettings(QDialog& Dialog) {
+    static const std::vector<const char*> titles{"", "   ", "Soak topic",
+                                                 "A title long enough to be cut short in the window", "=;[x]"};
+    static const std::vector<const char*> counts{"0", "1", "2", "3", "5", "9", "10", "11", "-1", "abc", "", "32768"};
+    std::string done;
+    const auto field = [&](const char* name, const std::vector<const char*>& choices) {
+      if (Chance(0.4)) {
+        const char* text = Pick(choices);
+        Dialog.findChild<QLineEdit*>(name)->setText(text);
+        done += std::string(name) + "=\"" + text + "\" ";
+      }
+    };
+    field("txtTitle", titles);
+    field("txtOptionCount", counts);
+    field("txtAttributeCount", counts);
+    for (const char* choice : {"chkNormaliseWeights", "optWeightingType_0", "optWeightingType_1", "optRange_0",
+                               "optRange_1", "chkShowSettingsOnNew"}) {
+      if (Chance(0.12)) {
+        Dialog.findChild<QAbstractButton*>(choice)->click();
+        done += std::string(choice) + " ";
+      }
+    }
+    const int close = Between(0, 3);
+    if (close == 0) {
       QTest::keyClick(&Dialog, Qt::Key_Escape);
-      return done + "Escape";
-    case 1:
-      Dialog.findChild<QAbstractButton*>("btnCancel")->click();
-      return done + "Cancel";
-    default:
-      Dialog.findChild<QAbstractButton*>("btnOk")->click();
-      return done + "OK";
+    } else {
+      Dialog.findChild<QAbstractButton*>(close == 1 ? "btnCancel" : "btnOk")->click();
+    }
+    return done + (close == 0 ? "Escape" : close == 1 ? "Cancel" : "OK");
   }
+
+  frmMain& window_;
+  std::mt19937& random_;
+  QTimer answerer_;
+  int answers_ = 0;
+  std::string dialogTranscript_;
+};
+
+}  // namespace
+
+std::string RandomAction(frmMain& Window, std::mt19937& Random) {
+  return Actor(Window, Random).Step();
 }
 
 }  // namespace tarvelin::testing

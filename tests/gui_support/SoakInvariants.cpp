@@ -83,6 +83,23 @@ class Checker {
     }
   }
 
+  // Every control array with the count it must hold and whether its panel shows it.
+  struct ControlArray {
+    const char* Name;
+    int Count;
+    bool Shown;
+  };
+  std::vector<ControlArray> Arrays() const {
+    const int o = topic_.TotalOptions();
+    const int a = topic_.TotalAttributes();
+    const bool s = window_.Toggles().ShowScores();
+    const bool w = window_.Toggles().ShowWeightings();
+    const bool r = window_.Toggles().ShowRatings();
+    return {{"lblOption", o, r},       {"lblScoreTitle", o, s}, {"lblScore", o, s},
+            {"sliderScore", o, s},     {"lblAttribute", a, w},  {"lblWeighting", a, w},
+            {"sliderWeighting", a, w}, {"lblRating", o * a, r}, {"sliderRating", o * a, r}};
+  }
+
   void CheckCounts() {
     const int options = topic_.TotalOptions();
     const int attributes = topic_.TotalAttributes();
@@ -90,14 +107,8 @@ class Checker {
       Problem(QString("counts out of range: %1 options, %2 attributes").arg(options).arg(attributes));
       return;
     }
-    for (const char* array : {"lblOption", "lblScoreTitle", "lblScore", "sliderScore"}) {
-      CheckArray(array, options);
-    }
-    for (const char* array : {"lblAttribute", "lblWeighting", "sliderWeighting"}) {
-      CheckArray(array, attributes);
-    }
-    for (const char* array : {"lblRating", "sliderRating"}) {
-      CheckArray(array, options * attributes);
+    for (const ControlArray& array : Arrays()) {
+      CheckArray(array.Name, array.Count);
     }
   }
 
@@ -144,11 +155,8 @@ class Checker {
       auto* bar = Find<ctlSlider>(Indexed("sliderScore", static_cast<int>(o)));
       const uint32_t expected = scores[o] == best ? kBestBarColour : kOtherBarColour;
       if (bar != nullptr && bar->BarColour() != expected) {
-        Problem(QString("%1 coloured %2 for a score of %3 against a best of %4")
-                    .arg(bar->objectName())
-                    .arg(bar->BarColour(), 6, 16, QChar('0'))
-                    .arg(scores[o])
-                    .arg(best));
+        Problem(bar->objectName() +
+                QString(" coloured %1 for %2, best %3").arg(bar->BarColour(), 6, 16).arg(scores[o]).arg(best));
       }
     }
   }
@@ -186,17 +194,6 @@ class Checker {
     }
   }
 
-  void CheckShown(const char* Array, int Count, bool Shown) {
-    for (int i = 0; i < Count; ++i) {
-      auto* control = Find<QWidget>(Indexed(Array, i));
-      if (control != nullptr && control->isVisible() != Shown) {
-        Problem(QString("%1 %2 while its panel is %3")
-                    .arg(control->objectName(), control->isVisible() ? "shown" : "hidden",
-                         Shown ? "expanded" : "collapsed"));
-      }
-    }
-  }
-
   void CheckAddButton(const char* Name, int Count, int Maximum) {
     auto* button = Find<QAbstractButton>(Name);
     if (button != nullptr && button->isEnabled() != (Count < Maximum)) {
@@ -205,22 +202,18 @@ class Checker {
   }
 
   void CheckPanels() {
-    const int options = topic_.TotalOptions();
-    const int attributes = topic_.TotalAttributes();
-    if (window_.isVisible() && !window_.isMinimized()) {
-      for (const char* array : {"lblScoreTitle", "lblScore", "sliderScore"}) {
-        CheckShown(array, options, window_.Toggles().ShowScores());
-      }
-      for (const char* array : {"lblAttribute", "lblWeighting", "sliderWeighting"}) {
-        CheckShown(array, attributes, window_.Toggles().ShowWeightings());
-      }
-      CheckShown("lblOption", options, window_.Toggles().ShowRatings());
-      for (const char* array : {"lblRating", "sliderRating"}) {
-        CheckShown(array, options * attributes, window_.Toggles().ShowRatings());
+    for (const ControlArray& array : Arrays()) {
+      for (int i = 0; i < array.Count && window_.isVisible() && !window_.isMinimized(); ++i) {
+        auto* control = Find<QWidget>(Indexed(array.Name, i));
+        if (control != nullptr && control->isVisible() != array.Shown) {
+          Problem(QString("%1 %2 while its panel is %3")
+                      .arg(control->objectName(), control->isVisible() ? "shown" : "hidden",
+                           array.Shown ? "expanded" : "collapsed"));
+        }
       }
     }
-    CheckAddButton("btnAddAttribute", attributes, Program().MaxAttributes);
-    CheckAddButton("btnAddOption", options, Program().MaxOptions);
+    CheckAddButton("btnAddAttribute", topic_.TotalAttributes(), Program().MaxAttributes);
+    CheckAddButton("btnAddOption", topic_.TotalOptions(), Program().MaxOptions);
     if (window_.IsLoading() || Program().IsLoading) {
       Problem("the window is still loading");
     }
@@ -232,11 +225,7 @@ class Checker {
       return;
     }
     const QLabel* editing = window_.Editor().EditingLabel();
-    bool live = false;
-    for (QWidget* control : controls_) {
-      live = live || control == editing;
-    }
-    if (!live) {
+    if (std::find(controls_.cbegin(), controls_.cend(), editing) == controls_.cend()) {
       Problem("the edit box is open over a label that no longer exists");
     }
   }

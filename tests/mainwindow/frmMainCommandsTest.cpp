@@ -10,10 +10,12 @@
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/WindowDecoration.h"
 #include "support/TempFolder.h"
+#include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 
-// The window's commands, shortcuts and capture, with scripted dialogs.
+// The window's commands, shortcuts, capture, and undo and redo as the person meets them (Ctrl+Z, Ctrl+Y and
+// Ctrl+Shift+Z over drags, keys, renames and deletes, and the modified flag at the saved state).
 class frmMainCommandsTest final : public QObject {
   Q_OBJECT
 
@@ -22,13 +24,22 @@ class frmMainCommandsTest final : public QObject {
 
   testing::ScriptedDialogs& Dialogs() { return *f_->Dialogs; }
   QWidget* Window() { return f_->Window.get(); }
-  QLineEdit* EditBox() { return f_->Find<QLineEdit>("txtEditBox"); }
-  void Click(const char* Name) { QTest::mouseClick(f_->Find(Name), Qt::LeftButton); }
-  // Opens the label for editing and types Text, leaving the edit open.
-  void Type(const char* Label, const char* Text) {
-    Click(Label);
-    QTest::keyClicks(EditBox(), Text);
+  QLineEdit* EditBox() { return f_->EditBox(); }
+  void Key(int KeyCode, Qt::KeyboardModifiers Modifiers = Qt::ControlModifier) {
+    QTest::keyClick(Window(), static_cast<Qt::Key>(KeyCode), Modifiers);
   }
+  static QPoint At(const ctlSlider& Slider, double Fraction) {
+    const int inset = Slider.TrackInset();
+    return {inset + static_cast<int>(Fraction * (Slider.width() - 2 * inset)), Slider.height() / 2};
+  }
+  void Drag(const char* Name, double From, double To) {
+    auto* slider = f_->Find<ctlSlider>(Name);
+    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, At(*slider, From));
+    QTest::mouseMove(slider, At(*slider, (From + To) / 2));
+    QTest::mouseMove(slider, At(*slider, To));
+    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, At(*slider, To));
+  }
+  static double Rating(int16_t Option, int16_t Attribute) { return Program().Topic->GetRating(Option, Attribute); }
 
  private slots:
   void init() {
@@ -38,15 +49,15 @@ class frmMainCommandsTest final : public QObject {
   void cleanup() { f_.reset(); }
 
   void shortcutsActOnlyWithCtrlAloneAndAlsoWhileEditing() {
-    QTest::keyClick(Window(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    QTest::keyClick(Window(), Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
-    QTest::keyClick(Window(), Qt::Key_S);
+    Key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    Key(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
+    Key(Qt::Key_S, Qt::NoModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{0});
-    QTest::keyClick(Window(), Qt::Key_S, Qt::ControlModifier);
+    Key(Qt::Key_S);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
-    QTest::keyClick(Window(), Qt::Key_L, Qt::ControlModifier);
+    Key(Qt::Key_L);
     QCOMPARE(Dialogs().OpenRequests.size(), size_t{1});
-    Click("lblAttribute_0");
+    f_->Click("lblAttribute_0");
     QTest::keyClick(EditBox(), Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{2});
   }
@@ -54,10 +65,10 @@ class frmMainCommandsTest final : public QObject {
   void ctrlPOffersThePdfReportAndKeepsTheTopicsFileName() {
     Program().CurrentFileName = f_->File("car.tvt");
     Program().Modified = true;
-    QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    Key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{0});
     Dialogs().FileAnswers.push_back(f_->File("car.pdf"));
-    QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier);
+    Key(Qt::Key_P);
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
     const FileDialogRequest& request = Dialogs().SaveRequests[0];
     QCOMPARE(QString::fromStdString(request.Filter).split('|').at(2 * (request.FilterIndex - 1)),
@@ -71,7 +82,7 @@ class frmMainCommandsTest final : public QObject {
   void aShortcutCommitsTheOpenEditBeforeNewRebuildsTheRows() {
     Program().Topic->SetTotalOptions(3);
     f_->Rebuild();
-    Type("lblRating_5", "0.4");
+    f_->Type("lblRating_5", "0.4");
     Dialogs().Answers.push_back(MsgResult::No);
     QTest::keyClick(EditBox(), Qt::Key_N, Qt::ControlModifier);
     QCOMPARE(Dialogs().Messages.size(), size_t{1});  // the committed value made the old topic worth saving
@@ -81,7 +92,7 @@ class frmMainCommandsTest final : public QObject {
   }
 
   void aShortcutSavesTheValueBeingTyped() {
-    Type("lblWeighting_0", "0.25");
+    f_->Type("lblWeighting_0", "0.25");
     Dialogs().FileAnswers.push_back(f_->File("typed.tvt"));
     QTest::keyClick(EditBox(), Qt::Key_S, Qt::ControlModifier);
     auto saved = std::make_unique<TarvelinTopic>();
@@ -89,19 +100,14 @@ class frmMainCommandsTest final : public QObject {
     QCOMPARE(saved->GetWeighting(0), 0.25);
   }
 
-  void newCancelledAtTheSaveQuestionKeepsTheOldTopic() {
+  void cancellingTheSaveQuestionOrItsSaveCancelsNewAndLoad() {
     TarvelinTopic* before = Program().Topic.get();
     Program().Modified = true;
-    Dialogs().Answers.push_back(MsgResult::Cancel);
-    QTest::keyClick(Window(), Qt::Key_N, Qt::ControlModifier);
-    QCOMPARE(Program().Topic.get(), before);
-  }
-
-  void yesThenACancelledSaveCancelsTheLoad() {
-    Program().Modified = true;
-    Dialogs().Answers.push_back(MsgResult::Yes);
+    Dialogs().Answers = {MsgResult::Cancel, MsgResult::Yes};
     Dialogs().FileAnswers.push_back(std::nullopt);
-    Click("btnLoad");
+    Key(Qt::Key_N);
+    QCOMPARE(Program().Topic.get(), before);
+    f_->Click("btnLoad");
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
     QCOMPARE(Dialogs().OpenRequests.size(), size_t{0});
   }
@@ -109,7 +115,7 @@ class frmMainCommandsTest final : public QObject {
   void newStartsTwoByTwoWithThePreviousNormalisation() {
     Program().Topic->SetNormaliseWeights(true);
     Program().Topic->SetTotalOptions(5);
-    Click("btnNew");
+    f_->Click("btnNew");
     QCOMPARE(Program().Topic->TotalOptions() + Program().Topic->TotalAttributes(), 4);
     QCOMPARE(Program().Topic->Rounding(), int16_t{3});
     QVERIFY(Program().Topic->NormaliseWeights());
@@ -125,7 +131,7 @@ class frmMainCommandsTest final : public QObject {
   }
 
   void captureHidesTheControlsAndLeavesTheWindowAsItWas() {
-    Click("lblWeighting_1");
+    f_->Click("lblWeighting_1");
     EditBox()->setText("0.3");
     QTest::mouseMove(f_->Find("lblAttribute_0"));
     const QPoint headingBefore = f_->Find("lblWeightings")->pos();
@@ -143,6 +149,73 @@ class frmMainCommandsTest final : public QObject {
     QCOMPARE(f_->Find("lblWeightings")->pos(), headingBefore);
     QCOMPARE(EditBox()->text(), QString("0.3"));
     QCOMPARE(f_->Window->Editor().EditingLabel(), f_->Find<QLabel>("lblWeighting_1"));
+  }
+
+  void aDragAndARunOfKeysAreOneStepEach() {
+    const double before = Rating(0, 0);
+    const QString beforeText = f_->Find<QLabel>("lblRating_0")->text();
+    Drag("sliderRating_0", 0.2, 0.8);
+    const double dragged = Rating(0, 0);
+    QVERIFY(dragged > 0.7);
+    auto* slider = f_->Find<ctlSlider>("sliderRating_1");
+    slider->setFocus();
+    const double keyed = Rating(0, 1);
+    for (int i = 0; i < 3; ++i) {
+      QTest::keyClick(slider, Qt::Key_Right);
+    }
+    QCOMPARE(Rating(0, 1), keyed + 0.03);
+    Key(Qt::Key_Z);
+    QCOMPARE(Rating(0, 1), keyed);
+    QCOMPARE(Rating(0, 0), dragged);
+    Key(Qt::Key_Z);
+    QCOMPARE(Rating(0, 0), before);
+    QCOMPARE(f_->Find<QLabel>("lblRating_0")->text(), beforeText);
+    Key(Qt::Key_Y);
+    QCOMPARE(Rating(0, 0), dragged);
+    Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(Rating(0, 1), keyed + 0.03);
+  }
+
+  void undoingADeleteBringsBackTheRowsAndNames() {
+    f_->Type("lblOption_0", "Estate");
+    QTest::keyClick(EditBox(), Qt::Key_Return);
+    f_->Click("btnAddOption");
+    QTest::mouseMove(f_->Find("lblOption_0"));
+    f_->Click("btnRemoveOption");
+    QCOMPARE(Program().Topic->TotalOptions(), int16_t{2});
+    QVERIFY(!f_->Has("lblOption_2"));
+    Key(Qt::Key_Z);
+    QCOMPARE(Program().Topic->TotalOptions(), int16_t{3});
+    QCOMPARE(Program().Topic->GetOptionName(0), std::string("Estate"));
+    QCOMPARE(f_->Find<QLabel>("lblOption_0")->text(), QString("Estate"));
+    QCOMPARE(f_->Find<QLabel>("lblScoreTitle_0")->text(), QString("Estate"));
+    QVERIFY(f_->Has("sliderRating_5"));
+    Key(Qt::Key_Z);
+    Key(Qt::Key_Z);
+    QCOMPARE(Program().Topic->GetOptionName(0), std::string("Option 1"));
+  }
+
+  void undoingBackToTheSavedTopicLetsNewGoWithoutAsking() {
+    f_->Dialogs->FileAnswers.push_back(f_->File("saved.tvt"));
+    Key(Qt::Key_S);
+    Drag("sliderWeighting_0", 0.1, 0.9);
+    QVERIFY(Program().Modified);
+    Key(Qt::Key_Z);
+    QVERIFY(!Program().Modified);
+    Key(Qt::Key_Y);
+    QVERIFY(Program().Modified);
+    Key(Qt::Key_Z);
+    Key(Qt::Key_N);
+    QVERIFY(f_->Dialogs->Messages.empty());
+  }
+
+  void whileEditingTheUndoKeysBelongToTheEditBox() {
+    Drag("sliderRating_0", 0.2, 0.8);
+    const double dragged = Rating(0, 0);
+    f_->Type("lblAttribute_0", "Cost");
+    QTest::keyClick(EditBox(), Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(EditBox()->text() != "Cost");
+    QCOMPARE(Rating(0, 0), dragged);
   }
 };
 

@@ -10,6 +10,8 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "files/modLoadSave.h"
 #include "gui_support/GuiTestRegistry.h"
@@ -17,7 +19,6 @@
 #include "gui_support/RandomDialogs.h"
 #include "gui_support/SoakActions.h"
 #include "gui_support/SoakInvariants.h"
-#include "gui_support/TestRows.h"
 #include "support/TempFolder.h"
 #include "widgets/ctlSlider.h"
 
@@ -25,7 +26,6 @@ using namespace tarvelin;
 using testing::MainWindowFixture;
 
 using Plant = std::function<void(MainWindowFixture&)>;
-Q_DECLARE_METATYPE(Plant)
 
 namespace {
 
@@ -117,11 +117,10 @@ class frmMainSoakTest final : public QObject {
     testing::RandomDialogs dialogs(random, f_->Folder.Temp().Path());
     Program().UI = &dialogs;
     frmMain& window = StartWindow();
-    testing::SoakActions soak(window, random);
     std::deque<std::string> recent;
     for (unsigned long action = 1; action <= actions; ++action) {
       dialogs.Forget();
-      const std::string done = soak.Step();
+      const std::string done = testing::RandomAction(window, random);
       const TarvelinTopic& topic = *Program().Topic;
       recent.push_back("#" + std::to_string(action) + " (" + std::to_string(topic.TotalOptions()) + "x" +
                        std::to_string(topic.TotalAttributes()) + ") " + done + dialogs.Transcript());
@@ -143,46 +142,37 @@ class frmMainSoakTest final : public QObject {
   }
 
   // The checker itself: each kind of disagreement planted in a window that agreed is reported.
-  void theCheckerNoticesEveryKindOfDisagreement_data() {
-    using testing::AddRow;
-    QTest::addColumn<Plant>("plant");
-    QTest::addColumn<QString>("mention");
-    AddRow("value label", Plant([](MainWindowFixture& f) { f.Find<QLabel>("lblWeighting_1")->setText("0.999"); }),
-           QString("lblWeighting_1"));
-    AddRow("slider", Plant([](MainWindowFixture& f) {
-             auto* slider = f.Find<ctlSlider>("sliderRating_2");
-             slider->blockSignals(true);
-             slider->SetValue(slider->Value() + 1);
-           }),
-           QString("sliderRating_2"));
-    AddRow("score bar", Plant([](MainWindowFixture& f) { f.Find<ctlSlider>("sliderScore_0")->SetBarColour(0x0980FD); }),
-           QString("sliderScore_0"));
-    AddRow("name", Plant([](MainWindowFixture& f) { f.Find("lblOption_1")->setProperty("tag", "Elsewhere"); }),
-           QString("lblOption_1"));
-    AddRow("cut name", Plant([](MainWindowFixture& f) {
-             f.Find<QLabel>("lblAttribute_0")->setText(QString::fromUtf8("Attx\xE2\x80\xA6"));
-           }),
-           QString("lblAttribute_0"));
-    AddRow("extra row",
-           Plant([](MainWindowFixture& f) { (new QLabel(f.Find("picClient")))->setObjectName("lblRating_4"); }),
-           QString("lblRating has 5"));
-    AddRow("lost row", Plant([](MainWindowFixture& f) { delete f.Find("sliderWeighting_1"); }),
-           QString("sliderWeighting has 1"));
-    AddRow("hidden row", Plant([](MainWindowFixture& f) { f.Find("lblScore_1")->hide(); }),
-           QString("lblScore_1 hidden"));
-    AddRow("caption", Plant([](MainWindowFixture& f) { f.Window->setWindowTitle("Tarvelin"); }),
-           QString("window titled"));
-    AddRow("add button", Plant([](MainWindowFixture& f) { f.Find("btnAddOption")->setEnabled(false); }),
-           QString("btnAddOption disabled"));
-  }
   void theCheckerNoticesEveryKindOfDisagreement() {
-    QFETCH(Plant, plant);
-    QFETCH(QString, mention);
-    frmMain& window = StartWindow();
-    QVERIFY(testing::WindowDisagreements(window).empty());
-    plant(*f_);
-    const std::string problems = Joined(testing::WindowDisagreements(window));
-    QVERIFY2(QString::fromStdString(problems).contains(mention), problems.c_str());
+    const std::vector<std::pair<QString, Plant>> plants{
+        {"lblWeighting_1", [](MainWindowFixture& f) { f.Find<QLabel>("lblWeighting_1")->setText("0.999"); }},
+        {"sliderRating_2",
+         [](MainWindowFixture& f) {
+           auto* slider = f.Find<ctlSlider>("sliderRating_2");
+           slider->blockSignals(true);
+           slider->SetValue(slider->Value() + 1);
+         }},
+        {"sliderScore_0", [](MainWindowFixture& f) { f.Find<ctlSlider>("sliderScore_0")->SetBarColour(0x0980FD); }},
+        {"lblOption_1", [](MainWindowFixture& f) { f.Find("lblOption_1")->setProperty("tag", "Elsewhere"); }},
+        {"lblAttribute_0",
+         [](MainWindowFixture& f) {
+           f.Find<QLabel>("lblAttribute_0")->setText(QString::fromUtf8("Attx\xE2\x80\xA6"));
+         }},
+        {"lblRating has 5",
+         [](MainWindowFixture& f) { (new QLabel(f.Find("picClient")))->setObjectName("lblRating_4"); }},
+        {"sliderWeighting has 1", [](MainWindowFixture& f) { delete f.Find("sliderWeighting_1"); }},
+        {"lblScore_1 hidden", [](MainWindowFixture& f) { f.Find("lblScore_1")->hide(); }},
+        {"window titled", [](MainWindowFixture& f) { f.Window->setWindowTitle("Tarvelin"); }},
+        {"btnAddOption disabled", [](MainWindowFixture& f) { f.Find("btnAddOption")->setEnabled(false); }},
+    };
+    for (const auto& [mention, plant] : plants) {
+      f_.reset();
+      f_ = std::make_unique<MainWindowFixture>();
+      frmMain& window = StartWindow();
+      QVERIFY(testing::WindowDisagreements(window).empty());
+      plant(*f_);
+      const std::string problems = Joined(testing::WindowDisagreements(window));
+      QVERIFY2(QString::fromStdString(problems).contains(mention), (mention.toStdString() + ":" + problems).c_str());
+    }
   }
 };
 

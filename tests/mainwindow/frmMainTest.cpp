@@ -17,8 +17,6 @@
 
 using namespace tarvelin;
 
-Q_DECLARE_METATYPE(tarvelin::WindowPlacement)
-
 // The real main window, driven through its controls.
 class frmMainTest final : public QObject {
   Q_OBJECT
@@ -116,17 +114,6 @@ class frmMainTest final : public QObject {
     QVERIFY(!Program().Modified);
   }
 
-  void coloursEveryBarTiedWithTheBest() {
-    frmMain& window = f_->Start(3, 1);
-    for (const auto& [option, rating] : {std::pair{0, 0.8}, {1, 0.8}, {2, 0.3}}) {
-      Program().Topic->SetRating(static_cast<int16_t>(option), 0, rating);
-    }
-    window.UpdateSettings();
-    QCOMPARE(f_->Find<ctlSlider>("sliderScore_0")->BarColour(), 0x0CC0FEu);
-    QCOMPARE(f_->Find<ctlSlider>("sliderScore_1")->BarColour(), 0x0CC0FEu);
-    QCOMPARE(f_->Find<ctlSlider>("sliderScore_2")->BarColour(), 0x0980FDu);
-  }
-
   void loadsTheFileNamedOnTheCommandLine() {
     const std::string file = CommandLineFile("flat.tvt");
     QCOMPARE(f_->Launch().windowTitle(), QString("Tarvelin - Choosing a flat"));
@@ -145,14 +132,8 @@ class frmMainTest final : public QObject {
 
   // A size no screen shows (a monitor that is gone, a hand-edited hive) comes back inside the screen, so
   // the command row stays in reach and the drawing code never sees it.
-  void aRememberedPlacementOffTheScreenIsBroughtOntoIt_data() {
-    QTest::addColumn<WindowPlacement>("remembered");
-    QTest::newRow("huge") << WindowPlacement{0, 0, 405000, 405000, false};
-    QTest::newRow("far away") << WindowPlacement{-300000, 900000, 9000, 6000, false};
-  }
   void aRememberedPlacementOffTheScreenIsBroughtOntoIt() {
-    QFETCH(WindowPlacement, remembered);
-    SaveSettings(remembered);
+    SaveSettings(WindowPlacement{-300000, 900000, 9000, 6000, false});
     frmMain& window = f_->Launch();
     const QRect screen = window.screen()->availableGeometry();
     QVERIFY(screen.contains(window.frameGeometry()));
