@@ -26,10 +26,10 @@ TarvelinTopic& Live() {
 }
 
 // An edit as the window makes it: the change, the modified flag, then the history.
-void Edit(TopicHistory& History, double Weighting, int MergeKey = TopicHistory::NoMerge) {
+void Edit(TopicHistory& History, double Weighting) {
   Live().SetWeighting(0, Weighting);
   SetModified();
-  History.Record(MergeKey);
+  History.Record();
 }
 
 int UndoAll(TopicHistory& History) {
