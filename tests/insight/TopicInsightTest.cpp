@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "insight/InsightTopics.h"
 #include "insight/TopicInsight.h"
 #include "support/RaisedErrors.h"
 
@@ -13,27 +14,11 @@ namespace tarvelin {
 namespace {
 
 using testing::ErrorNumberOf;
+using testing::MakeTopic;
 
 // How far past a band end or tipping point the checks look: far above the scores' rounding errors, far below
 // any gap a random topic has between crossings.
 constexpr double Step = 1e-7;
-
-// A topic with the given weightings and one row of ratings per option, stored as given.
-TarvelinTopic MakeTopic(const std::vector<double>& Weightings, const std::vector<std::vector<double>>& Ratings,
-                        bool Normalise = false, bool Invert = false) {
-  TarvelinTopic topic;
-  topic.SetTotalAttributes(static_cast<int16_t>(Weightings.size()));
-  topic.SetTotalOptions(static_cast<int16_t>(Ratings.size()));
-  for (size_t a = 0; a < Weightings.size(); ++a) {
-    topic.SetWeighting(static_cast<int16_t>(a), Weightings[a]);
-    for (size_t o = 0; o < Ratings.size(); ++o) {
-      topic.SetRating(static_cast<int16_t>(o), static_cast<int16_t>(a), Ratings[o][a]);
-    }
-  }
-  topic.SetNormaliseWeights(Normalise);
-  topic.SetInvertWeights(Invert);
-  return topic;
-}
 
 // 2 to 10 options and attributes, now and then a weighting of 0, with normalisation and inversion or not.
 TarvelinTopic RandomTopic(std::mt19937& Random) {

@@ -18,20 +18,16 @@ namespace {
 using Result = decltype(OptionsOutcome::Result);
 
 // Everything the dialog can change, in one line, so that a test compares whole states.
-QString State(const QString& Title, const QString& Options, const QString& Attributes, const QString& Rest,
-              bool Modified) {
-  return QString("%1 %2x%3 %4 %5").arg(Title, Options, Attributes, Rest, Modified ? "modified" : "unmodified");
-}
-
 QString State() {
   const ProgramState& program = Program();
   const TarvelinTopic& topic = *program.Topic;
-  const QString rest =
-      QString(topic.InvertWeights() ? "negative" : "positive") + (topic.NormaliseWeights() ? " normalised" : " plain") +
-      (program.DisplayAsDecimal ? " decimals" : " percentages") + (program.ShowSettingsOnNew ? " show" : " quiet") +
-      (program.ShowInsight ? "" : " without insight");
-  return State(QString::fromStdString(topic.Name()), QString::number(topic.TotalOptions()),
-               QString::number(topic.TotalAttributes()), rest, program.Modified);
+  return QString("%1 %2x%3")
+             .arg(QString::fromStdString(topic.Name()))
+             .arg(topic.TotalOptions())
+             .arg(topic.TotalAttributes()) +
+         (topic.InvertWeights() ? " negative" : " positive") + (topic.NormaliseWeights() ? " normalised" : " plain") +
+         (program.DisplayAsDecimal ? " decimals" : " percentages") + (program.ShowSettingsOnNew ? " show" : " quiet") +
+         (program.ShowInsight ? "" : " without insight") + (program.Modified ? " modified" : " unmodified");
 }
 
 const QString Initial = "Holiday 3x2 positive plain decimals show unmodified";
@@ -117,7 +113,6 @@ class frmOptionsTest final : public QObject {
     QTest::addColumn<QString>("shown");  // once left, and what OK applies
     AddRow("fewer attributes", "txtAttributeCount", "1", "1");
     AddRow("above the maximum", "txtOptionCount", "25", "10");
-    AddRow("in range", "txtOptionCount", "7", "7");
     AddRow("blanks around", "txtOptionCount", " 4 ", "4");
     AddRow("exponent", "txtOptionCount", "1e1", "10");
     AddRow("fraction, tie to even", "txtOptionCount", "2.5", "2");
@@ -125,7 +120,6 @@ class frmOptionsTest final : public QObject {
     AddRow("fraction below one", "txtOptionCount", "0.6", "3");
     AddRow("not a number", "txtOptionCount", "abc", "3");
     AddRow("blank", "txtOptionCount", "", "3");
-    AddRow("attributes not a number", "txtAttributeCount", "abc", "2");
     AddRow("title cleared", "txtTitle", "", "Holiday");
     AddRow("title of a blank", "txtTitle", " ", " ");
   }
@@ -148,8 +142,9 @@ class frmOptionsTest final : public QObject {
     const QString attributes = field == "txtAttributeCount" ? shown : "2";
     const bool countsChanged = options != "3" || attributes != "2";
     QCOMPARE(dialog->Outcome().CountsChanged, countsChanged);
-    QCOMPARE(State(),
-             State(title, options, attributes, "positive plain decimals show", countsChanged || title != "Holiday"));
+    const bool modified = countsChanged || title != "Holiday";
+    QCOMPARE(State(), QString("%1 %2x%3 positive plain decimals show %4")
+                          .arg(title, options, attributes, modified ? "modified" : "unmodified"));
   }
 
   // Entering by mouse puts the cursor where the click landed; the selection must come after that.
