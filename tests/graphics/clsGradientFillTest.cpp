@@ -14,10 +14,6 @@ namespace {
 
 using testing::PixelAt;
 
-uint32_t Byte(uint32_t Colour, int Shift) {
-  return (Colour >> Shift) & 0xFF;
-}
-
 // Each channel of the exact weighted mean sum(Weight[i] * Colour[i]) / Total, rounded down.
 template <size_t N>
 uint32_t Mix(const std::array<uint32_t, N>& Colours, const std::array<int64_t, N>& Weights, int64_t Total) {
@@ -25,7 +21,7 @@ uint32_t Mix(const std::array<uint32_t, N>& Colours, const std::array<int64_t, N
   for (const int shift : {0, 8, 16}) {
     int64_t sum = 0;
     for (size_t i = 0; i < N; ++i) {
-      sum += Weights[i] * Byte(Colours[i], shift);
+      sum += Weights[i] * ((Colours[i] >> shift) & 0xFF);
     }
     result |= static_cast<uint32_t>(sum / Total) << shift;
   }

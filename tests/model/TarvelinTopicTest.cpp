@@ -161,10 +161,6 @@ const std::vector<WeightingChange> WeightingChanges = {
     {"RoundedSharesUnroundedResults", {0.12, 0.28, 0.6}, true, 1, SetFirst(0.46), {0.5, 1.0 / 6, 1.0 / 3}},
     {"LoneAttribute", {0.7}, true, -1, SetFirst(0.3), {0.3}}};
 
-void PrintTo(const WeightingChange& Case, std::ostream* Out) {
-  *Out << Case.Label;
-}
-
 class TarvelinTopicWeightingChange : public ::testing::TestWithParam<WeightingChange> {};
 
 TEST_P(TarvelinTopicWeightingChange, StoresTheExpectedWeightings) {
@@ -203,10 +199,6 @@ const std::vector<Reading> Readings = {
     // 1 / (S / w) is 0.025 here, one bit above w / S: scores compared for ties must all use the one form.
     {"ShareIsOneOverSumOverWeighting", {0.01, 0.02, 0.37}, {1.0, 0.0, 0.0}, false, -1, {}, {0.025}, 0.025},
     {"ScoreUsesUnroundedShares", {0.1, 0.2}, {0.0, 0.8}, false, 2, {0.1, 0.2}, {0.33, 0.67}, 0.53}};
-
-void PrintTo(const Reading& Case, std::ostream* Out) {
-  *Out << Case.Label;
-}
 
 class TarvelinTopicReading : public ::testing::TestWithParam<Reading> {};
 
@@ -257,10 +249,6 @@ const std::vector<Failure> Failures = {
     {[](T& t) { t.GetRating(-1, -1); }, "-2147220502 [] Option -1 not found in GetRating()."},
     {[](T& t) { t.GetRating(1, 3); }, "-2147220503 [] Attribute 3 not found in GetRating()."},
     {[](T& t) { t.GetScore(2); }, "-2147220502 [] Option 2 not found in GetRating()."}};
-
-void PrintTo(const Failure& Case, std::ostream* Out) {
-  *Out << Case.Raised;
-}
 
 class TarvelinTopicFailure : public ::testing::TestWithParam<Failure> {};
 

@@ -95,10 +95,8 @@ INSTANTIATE_TEST_SUITE_P(
                       std::string(Header) + "\"A\"=\"x\"\r\n",                            // value outside a key
                       std::string(Header) + "[HKEY_LOCAL_MACHINE\\Software]\r\n",         // another hive
                       std::string(Header) + "[HKEY_CURRENT_USER\\Software\\\\X]\r\n",     // empty key name
-                      std::string(Header) + SettingsLine + "\"A\"=dword:1\r\n",           // short double-word
                       std::string(Header) + SettingsLine + "\"A\"=dword:00000001 x\r\n",  // junk behind it
                       std::string(Header) + SettingsLine + "\"A\"=hex:1,2\r\n",           // half bytes
-                      std::string(Header) + SettingsLine + "\"A\"=hex(2):41,00\r\n",      // text without NUL
                       std::string(Header) + SettingsLine + "\"A\"=hex:01,\\\r\n",         // continued at the end
                       std::string(Header) + SettingsLine + "\"A\"=-\r\n",                 // deletion syntax
                       std::string(Header) + SettingsLine + "\"A\"=\"x\" y\r\n",           // junk behind a text

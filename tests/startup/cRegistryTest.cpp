@@ -94,6 +94,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct FailedOperation {
   const char* Case;
   bool HiveUnwritable;  // the hive folder's place is taken by a file
+  std::string Section;
   std::function<void(cRegistry&)> Operation;
   std::string Message;
 };
@@ -107,35 +108,27 @@ TEST_P(cRegistryFailures, RaiseTheRegistryErrorWithItsMessage) {
     std::filesystem::remove_all(registry.Folder());
     testing::WriteBytes(registry.Folder(), "not a folder");
   }
-  cRegistry failing = RegistryAt(Key, "V");
+  cRegistry failing = RegistryAt(GetParam().Section, "V");
   EXPECT_EQ(ErrorOf([&] { GetParam().Operation(failing); }), "26001 [Tarvelin.cRegistry] " + GetParam().Message);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Operations, cRegistryFailures,
     ::testing::Values(
-        FailedOperation{"CreateKey", true, [](cRegistry& r) { r.CreateKey(); },
+        FailedOperation{"CreateKey", true, Key, [](cRegistry& r) { r.CreateKey(); },
                         "Failed to create registry Key: 'Software\\Pelvora\\Test'"},
-        FailedOperation{"DeleteMissingKey", false, [](cRegistry& r) { r.DeleteKey(); },
+        FailedOperation{"DeleteMissingKey", false, Key, [](cRegistry& r) { r.DeleteKey(); },
                         "Failed to delete registry Key: 'HKEY_CURRENT_USER',Section: 'Software\\Pelvora\\Test'"},
-        FailedOperation{"DeleteTheHive", false,
-                        [](cRegistry& r) {
-                          r.SetSectionKey("");
-                          r.DeleteKey();
-                        },
+        FailedOperation{"DeleteTheHive", false, "", [](cRegistry& r) { r.DeleteKey(); },
                         "Failed to delete registry Key: 'HKEY_CURRENT_USER',Section: ''"},
-        FailedOperation{"DeleteValueOfMissingKey", false, [](cRegistry& r) { r.DeleteValue(); },
+        FailedOperation{"DeleteValueOfMissingKey", false, Key, [](cRegistry& r) { r.DeleteValue(); },
                         "Failed to open key 'HKEY_CURRENT_USER',Section: 'Software\\Pelvora\\Test' for delete access"},
-        FailedOperation{"DeleteMissingValue", false,
-                        [](cRegistry& r) {
-                          r.SetSectionKey("Software\\Present");
-                          r.DeleteValue();
-                        },
+        FailedOperation{"DeleteMissingValue", false, "Software\\Present", [](cRegistry& r) { r.DeleteValue(); },
                         "Failed to delete registry Key: 'HKEY_CURRENT_USER',Section: 'Software\\Present',Key: 'V'"},
-        FailedOperation{"SetValue", true, [](cRegistry& r) { r.SetValue("C:\\x"); },
+        FailedOperation{"SetValue", true, Key, [](cRegistry& r) { r.SetValue("C:\\x"); },
                         "Failed to set registry value Key: 'HKEY_CURRENT_USER',Section: 'Software\\Pelvora\\Test',"
                         "Key: 'V' to value: 'C:\\x'"},
-        FailedOperation{"OtherMachine", false,
+        FailedOperation{"OtherMachine", false, Key,
                         [](cRegistry& r) {
                           r.SetMachine("server");
                           r.KeyExists();

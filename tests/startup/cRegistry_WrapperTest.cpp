@@ -34,7 +34,6 @@ TEST_P(cRegistryWrapperRead, ConvertsWhatIsStoredOrFallsBack) {
 
 INSTANTIATE_TEST_SUITE_P(Stored, cRegistryWrapperRead,
                          ::testing::Values(StoredLine{"Missing", "", "default", 99, false},
-                                           StoredLine{"One", "\"V\"=dword:00000001\r\n", "1", 1, true},
                                            StoredLine{"True", "\"V\"=dword:ffffffff\r\n", "-1", -1, true},
                                            StoredLine{"Zero", "\"V\"=dword:00000000\r\n", "0", 0, false},
                                            StoredLine{"NumberAsText", "\"V\"=\" 42 \"\r\n", " 42 ", 42, true},

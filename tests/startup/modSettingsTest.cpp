@@ -4,6 +4,7 @@
 
 #include "startup/RegistryTestFolder.h"
 #include "startup/cRegistry.h"
+#include "startup/cRegistry_Wrapper.h"
 #include "startup/modSettings.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
@@ -17,11 +18,10 @@ using testing::ScopedRegistryFolder;
 
 const SettingsDefaults Screen{9000, 6000, 28800, 16200};  // design size, then a 1920 x 1080 screen
 
-std::vector<std::string> StoredNames(ERegistryClassKey Hive = ERegistryClassKey::CurrentUser,
-                                     const std::string& Section = SettingsKey) {
+std::vector<std::string> StoredNames() {
   cRegistry registry;
-  registry.SetClassKey(Hive);
-  registry.SetSectionKey(Section);
+  registry.SetClassKey(ERegistryClassKey::CurrentUser);
+  registry.SetSectionKey(SettingsKey);
   return registry.EnumerateValues();
 }
 
@@ -30,25 +30,6 @@ void SaveProgramSettings(const WindowPlacement& Placement) {
   Program().Topic->SetNormaliseWeights(true);
   Program().LastUsedDir = "/home/me/topics";
   SaveSettings(Placement);
-}
-
-TEST(modSettingsFirstRun, EverySettingTakesItsDefault) {
-  const ScopedRegistryFolder registry;
-  ApplicationSettings settings;
-  ReadSettings(SettingsStage::BeforeCommandLine, settings);
-  ReadSettings(SettingsStage::StartUp, settings);
-  EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
-  EXPECT_TRUE(settings.ShowSettingsOnNew);
-  EXPECT_TRUE(settings.DisplayAsDecimal);
-  EXPECT_FALSE(settings.NormaliseWeights);
-  EXPECT_TRUE(settings.ShowInsight);
-  EXPECT_FALSE(settings.SplitScoreBars);
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(placement.Width, 9000);
-  EXPECT_EQ(placement.Height, 6000);
-  EXPECT_EQ(placement.Left, 9900);
-  EXPECT_EQ(placement.Top, 5100);
-  EXPECT_FALSE(placement.Maximized);
 }
 
 TEST(modSettingsWindow, CentresAStoredSizeThatHasNoPosition) {
@@ -116,51 +97,44 @@ TEST(modSettingsDamage, AHiveCutInALineReadsAsDefaultsAndIsRewrittenWhole) {
 }
 
 // Start-up only reads, so a settings folder that cannot be written changes nothing but the saving, which
-// fails without a word.
+// fails without a word. Every setting takes its default, as on a first run.
 TEST(modSettingsUnwritable, StartUpGoesOnWithDefaults) {
   const ScopedRegistryFolder registry;
   testing::WriteBytes(registry.Folder(), "a file where the hive folder belongs");
   testing::ScopedScriptedDialogs dialogs;
   EXPECT_TRUE(StartUp({}));
   EXPECT_EQ(Program().LastUsedDir, DocumentsFolder());
-  EXPECT_TRUE(Program().ShowSettingsOnNew && Program().DisplayAsDecimal);
+  EXPECT_TRUE(Program().ShowSettingsOnNew && Program().DisplayAsDecimal && Program().ShowInsight);
+  EXPECT_FALSE(Program().SplitScoreBars);
   EXPECT_FALSE(Program().Topic->NormaliseWeights());
+  const WindowPlacement placement = ReadWindowPlacement(Screen);
+  EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
+            std::vector<int32_t>({9900, 5100, 9000, 6000}));
+  EXPECT_FALSE(placement.Maximized);
   EXPECT_NO_THROW(SaveSettings({1, 2, 3, 4, true}));
   EXPECT_TRUE(dialogs->Messages.empty());
 }
 
-bool KeyExists(ERegistryClassKey Hive, const std::string& Section) {
-  cRegistry registry;
-  registry.SetClassKey(Hive);
-  registry.SetSectionKey(Section);
-  return registry.KeyExists();
-}
-
 TEST(modSettingsUninstall, RemovesOnlyTheProgramsKeysInBothHives) {
   const ScopedRegistryFolder registry;
+  RemoveSettings();
+  EXPECT_FALSE(std::filesystem::exists(registry.Folder())) << "no settings, no files";
   constexpr ERegistryClassKey User = ERegistryClassKey::CurrentUser, Machine = ERegistryClassKey::LocalMachine;
-  cRegistry writer;
   for (const auto hive : {User, Machine}) {
-    writer.SetValueEx(hive, SettingsKey, "LastUsedDir", ERegistryValueType::String, "/x");
-    writer.SetValueEx(hive, "Software\\Unrelated", "Kept", ERegistryValueType::String, "yes");
+    SetRegistryText(hive, SettingsKey, "LastUsedDir", "/x");
+    SetRegistryText(hive, "Software\\Unrelated", "Kept", "yes");
   }
-  writer.SetValueEx(User, "Software\\Pelvora\\Other", "Kept", ERegistryValueType::String, "yes");
+  SetRegistryText(User, "Software\\Pelvora\\Other", "Kept", "yes");
 
   RemoveSettings();
 
-  EXPECT_FALSE(KeyExists(User, SettingsKey));
-  EXPECT_TRUE(KeyExists(User, "Software\\Pelvora\\Other"));
-  EXPECT_FALSE(KeyExists(Machine, SettingsKey));
-  EXPECT_FALSE(KeyExists(Machine, VendorKey));
-  EXPECT_TRUE(KeyExists(Machine, "Software"));
-  EXPECT_TRUE(KeyExists(User, "Software\\Unrelated"));
-  EXPECT_TRUE(KeyExists(Machine, "Software\\Unrelated"));
-}
-
-TEST(modSettingsUninstall, LeavesNoFilesWhereThereWereNoSettings) {
-  const ScopedRegistryFolder registry;
-  RemoveSettings();
-  EXPECT_FALSE(std::filesystem::exists(registry.Folder()));
+  EXPECT_FALSE(RegistryKeyExists(User, SettingsKey));
+  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Pelvora\\Other"));
+  EXPECT_FALSE(RegistryKeyExists(Machine, SettingsKey));
+  EXPECT_FALSE(RegistryKeyExists(Machine, VendorKey));
+  EXPECT_TRUE(RegistryKeyExists(Machine, "Software"));
+  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Unrelated"));
+  EXPECT_TRUE(RegistryKeyExists(Machine, "Software\\Unrelated"));
 }
 
 }  // namespace

@@ -59,10 +59,6 @@ bool ChildProcess::Succeeded() {
   }
   return status_ == 0;
 }
-
-std::optional<int> RunRequestedChildJob() {
-  return std::nullopt;
-}
 #endif
 
 }  // namespace tarvelin::testing
