@@ -60,10 +60,6 @@ struct HostileFile {
   void (*Read)(const std::string& FileName);
 };
 
-void PrintTo(const HostileFile& File, std::ostream* Out) {
-  *Out << File.Name;
-}
-
 class ReaderMemory : public ::testing::TestWithParam<HostileFile> {};
 
 TEST_P(ReaderMemory, StaysWithinEightTimesTheFile) {

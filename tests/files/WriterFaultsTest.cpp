@@ -98,10 +98,6 @@ const WriterCase kWriters[] = {
     {"SettingsHive", "user.reg", &SaveSettingsBeside, &kPreviousHive, nullptr},
 };
 
-void PrintTo(const WriterCase& Writer, std::ostream* Out) {
-  *Out << Writer.Name;
-}
-
 std::vector<std::string> ExpectedMessages(const WriterCase& Writer, int32_t Number) {
   if (Writer.Reason == nullptr || Number == 0) {
     return {};

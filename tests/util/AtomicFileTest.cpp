@@ -25,35 +25,20 @@ size_t EntriesIn(const fs::path& Folder) {
   return static_cast<size_t>(std::distance(fs::directory_iterator(Folder), {}));
 }
 
-TEST(WriteFileAtomically, ReplacesTheWholeFileKeepingItsPermissionsAndLeavesNothingElse) {
-  TempFolder folder;
-  const auto target = folder.File("topic.tvt");
-  WriteBytes(target, "an older and much longer content");
-  fs::permissions(target, fs::perms(0640));
-  WriteFileAtomically(target, "new\r\n");
-  EXPECT_EQ(ReadBytes(target), "new\r\n");
-  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-  EXPECT_EQ(EntriesIn(folder.Path()), 1u);
-}
-
-TEST(WriteFileAtomically, ALinkIsKeptWhileItsFileIsReplaced) {
-  TempFolder folder;
-  const auto real = folder.File("real.tvt");
-  const auto link = folder.File("link.tvt");
-  WriteBytes(real, "old");
-  fs::create_symlink(real, link);
-  WriteFileAtomically(link, "new");
-  EXPECT_TRUE(fs::is_symlink(link));
-  EXPECT_EQ(ReadBytes(real), "new");
-}
-
-// The temporary name must fit beside a target whose name is as long as the file system allows.
-TEST(WriteFileAtomically, SavesUnderTheLongestNameTheFileSystemTakes) {
+// A link stays a link while the file it points to is replaced, and the temporary name must fit beside a
+// target whose name is as long as the file system allows.
+TEST(WriteFileAtomically, ReplacesTheWholeFileKeepingItsPermissionsAndLinksAndLeavesNothingElse) {
   TempFolder folder;
   const auto target = folder.File(std::string(255 - 4, 'n') + ".tvt");
-  WriteFileAtomically(target, "new");
-  EXPECT_EQ(ReadBytes(target), "new");
-  EXPECT_EQ(EntriesIn(folder.Path()), 1u);
+  const auto link = folder.File("link.tvt");
+  WriteBytes(target, "an older and much longer content");
+  fs::permissions(target, fs::perms(0640));
+  fs::create_symlink(target, link);
+  WriteFileAtomically(link, "new\r\n");
+  EXPECT_TRUE(fs::is_symlink(link));
+  EXPECT_EQ(ReadBytes(target), "new\r\n");
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+  EXPECT_EQ(EntriesIn(folder.Path()), 2u);
 }
 
 TEST(WriteFileAtomically, AWriteStoppedAtAnyByteRaisesItsErrorAndChangesNothing) {
@@ -69,29 +54,20 @@ TEST(WriteFileAtomically, AWriteStoppedAtAnyByteRaisesItsErrorAndChangesNothing)
   }
 }
 
-// What a save killed part-way leaves: a temporary file of the target's pattern, found by watching a save.
+// What a save killed part-way leaves: a temporary file of the target's pattern, found as the only file in
+// an empty folder while the target's first save writes.
 std::string TemporaryNameOfASave(const std::string& Target) {
-  struct Watcher final : FileSink {
-    explicit Watcher(FileSink& File, fs::path Folder, std::string& Name) : file(File) {
-      for (const auto& entry : fs::directory_iterator(Folder)) {
-        if (entry.path().filename().string().find(".tmp-") != std::string::npos) {
-          Name = entry.path().string();
-        }
-      }
-    }
-    void Write(std::string_view Bytes) override { file.Write(Bytes); }
-    FileSink& file;
+  struct Discard final : FileSink {
+    void Write(std::string_view) override {}
   };
   std::string name;
-  SetFileSinkWrapper(
-      [&](FileSink& File) { return std::make_unique<Watcher>(File, fs::path(Target).parent_path(), name); });
+  SetFileSinkWrapper([&](FileSink&) {
+    name = fs::directory_iterator(fs::path(Target).parent_path())->path().string();
+    return std::make_unique<Discard>();
+  });
   WriteFileAtomically(Target, "");
   SetFileSinkWrapper({});
   return name;
-}
-
-void MakeOld(const std::string& FileName) {
-  fs::last_write_time(FileName, fs::last_write_time(FileName) - std::chrono::hours(1));
 }
 
 // Only leftovers of this target, older than the save, that no running save holds, are removed.
@@ -105,17 +81,14 @@ TEST(WriteFileAtomically, RemovesWhatInterruptedSavesOfTheSameTargetLeft) {
   const std::vector<std::string> kept{leftover("a1B2c"),      leftover("a1B2c3d"),
                                       leftover("a1-2c3"),     folder.File("other.tvt.tmp-Zz9Zz9"),
                                       target + ".tmp-new999", leftover("locked")};
-  for (const auto& name : removed) {
-    WriteBytes(name, "left");
-    MakeOld(name);
-  }
-  for (const auto& name : kept) {
-    WriteBytes(name, "kept");
-    if (name != target + ".tmp-new999") {
-      MakeOld(name);
+  const auto saved = fs::last_write_time(target);
+  for (const auto* names : {&removed, &kept}) {
+    for (const auto& name : *names) {
+      WriteBytes(name, "left");
+      fs::last_write_time(name, saved - std::chrono::hours(1));
     }
   }
-  fs::last_write_time(target + ".tmp-new999", fs::last_write_time(target) + std::chrono::hours(1));
+  fs::last_write_time(target + ".tmp-new999", saved + std::chrono::hours(1));
   const int running = open(leftover("locked").c_str(), O_RDONLY);
   ASSERT_EQ(flock(running, LOCK_EX), 0);
   WriteFileAtomically(target, "new");

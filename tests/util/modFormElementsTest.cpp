@@ -14,30 +14,21 @@ int MeasureByCharacters(std::string_view Text) {
   return characters * 10;
 }
 
-TEST(FitCaption, KeepsACaptionThatFitsWithItsMargin) {
-  const auto fitted = FitCaption("Cost", 60, MeasureByCharacters);
-  EXPECT_EQ(fitted.Text, "Cost");
-  EXPECT_EQ(fitted.Left, 0);
+TEST(FitCaption, KeepsACaptionThatFitsWithItsMarginAndPlacesIt) {
+  EXPECT_EQ(FitCaption("Cost", 60, MeasureByCharacters).Text, "Cost");
+  EXPECT_EQ(FitCaption("Cost", 60, MeasureByCharacters).Left, 0);
+  EXPECT_EQ(FitCaption("Cost", 100, MeasureByCharacters, CaptionAlignment::Right).Left, 60);
+  EXPECT_EQ(FitCaption("Cost", 100, MeasureByCharacters, CaptionAlignment::Centre).Left, 30);
 }
 
+// "Comfort" + "SS" is 90 wide; in 80 units "Comfo…SS" is the longest that fits. Blanks left by the cut go,
+// at least two characters stay, and UTF-8 characters are cut whole.
 TEST(FitCaption, ShortensWithAnEllipsisUntilTheMarginFits) {
-  // "Comfort" + "SS" is 90 wide; in 80 units "Comfo…SS" is the longest that fits.
   EXPECT_EQ(FitCaption("Comfort", 80, MeasureByCharacters).Text, "Comfo\xE2\x80\xA6");
-}
-
-TEST(FitCaption, TrimsBlanksLeftBehindByTheCut) {
   EXPECT_EQ(FitCaption("Fuel  economy", 80, MeasureByCharacters).Text, "Fuel\xE2\x80\xA6");
-}
-
-TEST(FitCaption, StopsAtTwoCharactersAndCutsWholeUtf8Characters) {
   EXPECT_EQ(FitCaption("Abcdef", 5, MeasureByCharacters).Text, "A\xE2\x80\xA6");
   EXPECT_EQ(FitCaption("\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9", 60, MeasureByCharacters).Text,
             "\xC3\xA9\xC3\xA9\xC3\xA9\xE2\x80\xA6");
-}
-
-TEST(FitCaption, PlacesTheTextForRightAndCentredAlignment) {
-  EXPECT_EQ(FitCaption("Cost", 100, MeasureByCharacters, CaptionAlignment::Right).Left, 60);
-  EXPECT_EQ(FitCaption("Cost", 100, MeasureByCharacters, CaptionAlignment::Centre).Left, 30);
 }
 
 }  // namespace
