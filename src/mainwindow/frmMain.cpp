@@ -13,6 +13,7 @@
 #include "files/modLoadSave.h"
 #include "graphics/cDIBSection.h"
 #include "mainwindow/ClientArea.h"
+#include "mainwindow/CommandRow.h"
 #include "mainwindow/EntryButtons.h"
 #include "mainwindow/HoverHighlight.h"
 #include "mainwindow/InsightDisplay.h"
@@ -27,6 +28,7 @@
 #include "mainwindow/TopicHistory.h"
 #include "mainwindow/ValueDisplay.h"
 #include "mainwindow/ViewToggles.h"
+#include "mainwindow/WindowCapture.h"
 #include "mainwindow/WindowDecoration.h"
 #include "mainwindow/WindowText.h"
 #include "mainwindow/modDisplay.h"
@@ -79,7 +81,10 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
       client_, [this](RowControls::SliderArray Array, int16_t Index, RowControls::SliderEvent Event) {
         SliderEvent(Array, Index, Event);
       });
-  CreateTitleAndCommands();
+  commands_ = std::make_unique<CommandRow>(
+      client_, CommandRow::Commands{[this] { btnNew_Click(); }, [this] { btnLoad_Click(); },
+                                    [this] { btnSave_Click(); }, [this] { btnSettings_Click(); }});
+  lblTitle = commands_->lblTitle;
   toggles_ = std::make_unique<ViewToggles>(client_, [this] { Form_Resize(); });
   entries_ = std::make_unique<EntryButtons>(
       client_, [this] { editor_->CancelLabelEdit(); }, [this] { RebuildAfterCountChange(); });
@@ -103,6 +108,12 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
     heading->installEventFilter(editor_.get());
   }
   CreateGripAndCover();
+  std::vector<QWidget*> leftOut = commands_->Buttons();
+  leftOut.insert(leftOut.end(),
+                 std::initializer_list<QWidget*>{imgResizeTab, entries_->btnAddAttribute, entries_->btnAddOption,
+                                                 toggles_->btnToggleScore, toggles_->btnToggleWeightings,
+                                                 toggles_->btnToggleRatings});
+  capture_ = std::make_unique<WindowCapture>(client_, std::move(leftOut), *panels_, *editor_, *highlight_);
   resize(kDesignSize);
   Program().CaptureDisplay = [this](cDIBSection& Picture) {
     CaptureWindow();
@@ -114,42 +125,6 @@ frmMain::frmMain(QWidget* parent) : QWidget(parent) {
 frmMain::~frmMain() {
   Program().CaptureDisplay = nullptr;
   Program().DecisionReport = nullptr;
-}
-
-void frmMain::CreateTitleAndCommands() {
-  lblTitle = new QLabel(client_);
-  lblTitle->setObjectName("lblTitle");
-  lblTitle->setFont(LabelFont(16, true));
-  lblTitle->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  lblTitle->setMouseTracking(true);
-  lblTitle->setText("Topic Title");
-  lblTitle->setGeometry(PanelMargin, TitleTop, 300, TitleHeight);
-  lblTitle->setAccessibleName("Topic title");
-  lblTitle->setAccessibleDescription("Click to rename the topic");
-  const auto makeCommand = [this](const char* name, const char* text, ButtonPicture picture, const char* tip) {
-    auto* button = new GraphicalButton(client_);
-    button->setObjectName(name);
-    button->setText(text);
-    // Undo has no button of its own; every command's tooltip tells its keys.
-    button->setToolTip(QString(tip) + "\nCtrl+Z undoes a change, Ctrl+Y redoes it");
-    button->setAccessibleDescription(tip);
-    button->SetPicture(picture);
-    button->setFont(LabelFont(10));
-    button->resize(button->sizeHint().width(), TitleHeight);
-    button->move(0, TitleTop);
-    return button;
-  };
-  btnNew = makeCommand("btnNew", "Start New Topic", ButtonPicture::New, "Start a new topic (Ctrl+N)");
-  btnLoad = makeCommand("btnLoad", "Load Topic", ButtonPicture::Load, "Load a topic or import a CSV file (Ctrl+L)");
-  btnSave = makeCommand("btnSave", "Save Topic", ButtonPicture::Save,
-                        "Save the topic, export it as CSV, or save a picture of the window or a decision report "
-                        "(Ctrl+S; Ctrl+P for the report)");
-  btnSettings = makeCommand("btnSettings", "Change Tarvelin Settings", ButtonPicture::Settings,
-                            "Change the topic's settings and your preferences");
-  connect(btnNew, &QAbstractButton::clicked, this, [this] { btnNew_Click(); });
-  connect(btnLoad, &QAbstractButton::clicked, this, [this] { btnLoad_Click(); });
-  connect(btnSave, &QAbstractButton::clicked, this, [this] { btnSave_Click(); });
-  connect(btnSettings, &QAbstractButton::clicked, this, [this] { btnSettings_Click(); });
 }
 
 void frmMain::CreateGripAndCover() {
@@ -354,39 +329,7 @@ void frmMain::CopyPictureToClipboard() {
 }
 
 void frmMain::CaptureWindow() {
-  const std::vector<QWidget*> hidden = {btnSave,
-                                        btnLoad,
-                                        btnNew,
-                                        btnSettings,
-                                        imgResizeTab,
-                                        entries_->btnAddAttribute,
-                                        entries_->btnAddOption,
-                                        toggles_->btnToggleScore,
-                                        toggles_->btnToggleWeightings,
-                                        toggles_->btnToggleRatings};
-  std::vector<QWidget*> wasVisible;
-  for (QWidget* control : hidden) {
-    if (control->isVisible()) {
-      wasVisible.push_back(control);
-      control->hide();
-    }
-  }
-  // Without their add buttons the headings stand at the panels' left edges.
-  QLabel* lblWeightings = panels_->lblWeightings;
-  QLabel* lblRatings = panels_->lblRatings;
-  const QPoint weightingsHeading = lblWeightings->pos();
-  const QPoint ratingsHeading = lblRatings->pos();
-  lblWeightings->move(panels_->picWeightingFrame->x() + 10, weightingsHeading.y());
-  lblRatings->move(panels_->picRatingFrame->x() + 10, ratingsHeading.y());
-  editor_->HideForCapture();
-  highlight_->Clear();
-  capturedPicture_ = client_->grab().toImage();
-  for (QWidget* control : wasVisible) {
-    control->show();
-  }
-  lblWeightings->move(weightingsHeading);
-  lblRatings->move(ratingsHeading);
-  editor_->RestoreAfterCapture();
+  capturedPicture_ = capture_->Take();
 }
 
 void frmMain::StartLoad() {
@@ -461,14 +404,9 @@ void frmMain::Form_Resize() {
   decoration_->RepaintGradients();
 }
 
+// The title gets the room left of the command buttons and is fitted into it again.
 void frmMain::LayoutCommandRowAndTitle(int ClientWidth) {
-  const auto lefts =
-      LayoutCommandRow(ClientWidth, btnNew->width(), btnLoad->width(), btnSave->width(), btnSettings->width());
-  btnSettings->move(lefts.Settings, TitleTop);
-  btnSave->move(lefts.Save, TitleTop);
-  btnLoad->move(lefts.Load, TitleTop);
-  btnNew->move(lefts.New, TitleTop);
-  lblTitle->resize(std::max(0, lefts.New - 10 - lblTitle->x()), TitleHeight);
+  commands_->Arrange(ClientWidth);
   if (NameLabels::CaptionOf(lblTitle) != Topic().Name()) {
     names_->SetCaption(lblTitle, Topic().Name());
   } else {

@@ -13,8 +13,8 @@ class QScrollArea;
 namespace tarvelin {
 
 class ClientArea;
+class CommandRow;
 class EntryButtons;
-class GraphicalButton;
 class HoverHighlight;
 class InsightDisplay;
 class LabelEditor;
@@ -26,6 +26,7 @@ class TopicHistory;
 class ScoreBreakdown;
 class ValueDisplay;
 class ViewToggles;
+class WindowCapture;
 class WindowDecoration;
 
 // The main window: the topic's title, the command row and three stacked panels (scores, weightings,
@@ -85,7 +86,6 @@ class frmMain final : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void CreateTitleAndCommands();
   void CreateGripAndCover();
   void LayoutCommandRowAndTitle(int ClientWidth);
   void ResizeCanvas(int ContentHeight);
@@ -101,11 +101,11 @@ class frmMain final : public QWidget {
 
   QScrollArea* scrollArea_ = nullptr;
   ClientArea* client_ = nullptr;
-  QLabel* lblTitle = nullptr;
-  GraphicalButton *btnNew = nullptr, *btnLoad = nullptr, *btnSave = nullptr, *btnSettings = nullptr;
+  QLabel* lblTitle = nullptr;  // the command row's, which the name labels and the editor share
   QWidget* imgResizeTab = nullptr;
 
   std::unique_ptr<TopicHistory> history_;
+  std::unique_ptr<CommandRow> commands_;
   std::unique_ptr<RowControls> rows_;
   std::unique_ptr<ViewToggles> toggles_;
   std::unique_ptr<EntryButtons> entries_;
@@ -118,6 +118,7 @@ class frmMain final : public QWidget {
   std::unique_ptr<LabelEditor> editor_;
   std::unique_ptr<WindowDecoration> decoration_;
   std::unique_ptr<LoadingCover> cover_;
+  std::unique_ptr<WindowCapture> capture_;
   std::unique_ptr<InsightDisplay> insight_;
 };
 
