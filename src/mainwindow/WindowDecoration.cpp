@@ -18,6 +18,9 @@ namespace {
 // A paint is made in bands of about this many device pixels (each band is drawn across the whole width), so
 // that a grab of a long canvas needs little memory at a time.
 constexpr int kBandPixels = 1 << 16;
+// Device rows of a kept tile: a multiple of every whole-number pixel ratio up to 6, so that tiles start on
+// whole device-independent pixels.
+constexpr int kTileRows = 240;
 
 }  // namespace
 
@@ -37,7 +40,13 @@ void WindowDecoration::RepaintGradients() {
   layout_ = layout;
   pixelRatio_ = pixelRatio;
   guides_.clear();
+  Forget();
   client_->update();
+}
+
+void WindowDecoration::Forget() {
+  tiles_.clear();
+  tilesRatio_ = 0;
 }
 
 DecorationRows WindowDecoration::Render(int Top, int Height, qreal PixelRatio) const {
@@ -52,6 +61,10 @@ DecorationRows WindowDecoration::Render(int Top, int Height, qreal PixelRatio) c
 // the area is drawn in one piece, as the pixels it shows are then sampled across the band edges.
 void WindowDecoration::Paint(QPainter& Painter, const QRect& Area) const {
   const qreal ratio = Painter.device()->devicePixelRatioF();
+  if (ratio == std::floor(ratio) && Painter.device() == client_) {
+    PaintFromTiles(Painter, Area, static_cast<int>(ratio));
+    return;
+  }
   const int deviceWidth = std::max(1, DecorationDeviceSize(layout_.Client, ratio).width());
   const int bandHeight =
       ratio == std::floor(ratio) ? std::max(1, static_cast<int>(kBandPixels / deviceWidth / ratio)) : Area.height();
@@ -72,12 +85,46 @@ void WindowDecoration::PaintBand(QPainter& Painter, const QRect& Band, qreal Pix
   Painter.drawImage(QRectF(Band), rows.Image, QRectF(source.translated(-rows.Origin)));
 }
 
+// Tiles the client no longer shows are let go, so that only about a screenful is ever kept.
+void WindowDecoration::PaintFromTiles(QPainter& Painter, const QRect& Area, int PixelRatio) const {
+  if (tilesRatio_ != PixelRatio) {
+    tiles_.clear();
+    tilesRatio_ = PixelRatio;
+  }
+  const QRect shown = client_->visibleRegion().boundingRect().united(Area);
+  std::erase_if(tiles_, [&](const auto& Kept) {
+    const int top = Kept.first * kTileRows / PixelRatio;
+    return top + kTileRows / PixelRatio <= shown.top() || top > shown.bottom();
+  });
+  const int tileHeight = kTileRows / PixelRatio;
+  for (int index = Area.top() / tileHeight; index * tileHeight <= Area.bottom(); ++index) {
+    const QRect band = Area.intersected(QRect(Area.left(), index * tileHeight, Area.width(), tileHeight));
+    const DecorationRows& rows = Tile(index, PixelRatio);
+    if (!rows.Image.isNull()) {
+      const QRect source(band.topLeft() * PixelRatio, band.size() * PixelRatio);
+      Painter.drawImage(QRectF(band), rows.Image, QRectF(source.translated(-rows.Origin)));
+    }
+  }
+}
+
+const DecorationRows& WindowDecoration::Tile(int Index, int PixelRatio) const {
+  const auto kept = tiles_.find(Index);
+  if (kept != tiles_.end()) {
+    return kept->second;
+  }
+  DecorationRows rows = Render(Index * kTileRows, kTileRows, PixelRatio);
+  rows.Image.setDevicePixelRatio(PixelRatio);
+  return tiles_.emplace(Index, std::move(rows)).first->second;
+}
+
 void WindowDecoration::HLine(int16_t Y, uint32_t Colour) {
+  Forget();
   guides_.push_back({QLine(0, Y, client_->width(), Y), Colour});
   client_->update();
 }
 
 void WindowDecoration::VLine(int16_t X, uint32_t Colour) {
+  Forget();
   guides_.push_back({QLine(X, 0, X, client_->height()), Colour});
   client_->update();
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QRect>
 #include <cstdint>
+#include <map>
 #include <vector>
 
 #include "widgets/modDecoration.h"
@@ -17,8 +18,10 @@ class PanelLayout;
 class ViewToggles;
 
 // The window's decoration (the background sweep and the framed panels) under the client area, and the layout
-// aid drawn over it. Nothing as large as the canvas is kept: each paint makes only the pixels it shows, so a
-// long topic costs no memory and the first frame costs only what is on screen.
+// aid drawn over it. Nothing as large as the canvas is kept: a paint makes only the rows it shows, so a long
+// topic costs no memory and the first frame costs only what is on screen. At a whole-number pixel ratio the
+// rows are made in tiles that are kept while the decoration stays as it is and the client shows them, so
+// that a slider's repaint costs no gradient fill and a scroll step makes at most a tile or two.
 class WindowDecoration final {
  public:
   WindowDecoration(QWidget* Client, const PanelLayout& Panels, const ViewToggles& Toggles);
@@ -46,6 +49,9 @@ class WindowDecoration final {
   };
 
   void PaintBand(QPainter& Painter, const QRect& Band, qreal PixelRatio) const;
+  void PaintFromTiles(QPainter& Painter, const QRect& Area, int PixelRatio) const;
+  const DecorationRows& Tile(int Index, int PixelRatio) const;
+  void Forget();
 
   QWidget* client_;
   const PanelLayout& panels_;
@@ -53,6 +59,8 @@ class WindowDecoration final {
   DecorationLayout layout_;
   qreal pixelRatio_ = 0;
   std::vector<GuideLine> guides_;
+  mutable std::map<int, DecorationRows> tiles_;  // by index, at tilesRatio_
+  mutable int tilesRatio_ = 0;
 };
 
 }  // namespace tarvelin
