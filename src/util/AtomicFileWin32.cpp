@@ -86,13 +86,31 @@ class TemporaryFile {
     if (!flushed) {
       RaiseFor(flushError);
     }
-    if (!MoveFileExW(name_.c_str(), Target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+    if (!ReplaceTarget(Target)) {
       RaiseFor(GetLastError());
     }
     committed_ = true;
   }
 
  private:
+  // Another process reading the target, or a virus scanner looking at it, makes Windows refuse the
+  // replacement for a moment; a few short waits let it finish rather than lose the save.
+  bool ReplaceTarget(const std::wstring& Target) const {
+    constexpr int kAttempts = 20;
+    constexpr DWORD kWaitMs = 15;
+    for (int attempt = 1;; ++attempt) {
+      if (MoveFileExW(name_.c_str(), Target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+        return true;
+      }
+      const DWORD error = GetLastError();
+      if (attempt == kAttempts || (error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION)) {
+        SetLastError(error);
+        return false;
+      }
+      Sleep(kWaitMs);
+    }
+  }
+
   std::wstring name_;
   HANDLE handle_ = INVALID_HANDLE_VALUE;
   bool committed_ = false;
