@@ -12,7 +12,6 @@
 #include "mainwindow/RowControls.h"
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/WindowText.h"
-#include "mainwindow/modDisplay.h"
 #include "startup/modStartup.h"
 #include "widgets/ctlSlider.h"
 
@@ -29,18 +28,12 @@ const TarvelinTopic& Topic() {
   return *Program().Topic;
 }
 
-NumberFormat DisplayFormat() {
-  const int16_t rounding = Topic().Rounding();
-  const bool decimal = Program().DisplayAsDecimal;
-  return [rounding, decimal](double Value) { return FormatNumberForDisplay(Value, rounding, decimal); };
-}
-
 // The tooltips' words are made when a tooltip is shown, from the topic of that moment.
 ctlSlider::NoteSource WeightingNote(int16_t AttributeID) {
   return [AttributeID] {
     const TarvelinTopic& topic = Topic();
     return AttributeID < topic.TotalAttributes()
-               ? QString::fromStdString(WeightingBandText(topic, AttributeID, DisplayFormat()))
+               ? QString::fromStdString(WeightingBandText(topic, AttributeID, DisplayNumberFormat()))
                : QString();
   };
 }
@@ -49,7 +42,7 @@ ctlSlider::NoteSource RatingNote(int16_t OptionID, int16_t AttributeID) {
   return [OptionID, AttributeID] {
     const TarvelinTopic& topic = Topic();
     return OptionID < topic.TotalOptions() && AttributeID < topic.TotalAttributes()
-               ? QString::fromStdString(RatingTippingText(topic, OptionID, AttributeID, DisplayFormat()))
+               ? QString::fromStdString(RatingTippingText(topic, OptionID, AttributeID, DisplayNumberFormat()))
                : QString();
   };
 }
@@ -69,7 +62,7 @@ InsightDisplay::InsightDisplay(QWidget* Client, RowControls& Rows, const PanelLa
   QObject::connect(&tmrHoldShare, &QTimer::timeout, &tmrHoldShare, [this] { tmrHoldShare_Timer(); });
 }
 
-void InsightDisplay::Refresh() {
+void InsightDisplay::Refresh(const TopicInsight& Insight) {
   hold_.reset();
   if (!Program().ShowInsight) {
     tmrHoldShare.stop();
@@ -78,10 +71,9 @@ void InsightDisplay::Refresh() {
     FitLine();
     return;
   }
-  const TopicInsight insight(Topic());
-  ShowBands(insight);
-  ShowTippingPoints(insight);
-  ShowLine(insight);
+  ShowBands(Insight);
+  ShowTippingPoints(Insight);
+  ShowLine(Insight);
   tmrHoldShare.start(0);
 }
 
@@ -129,7 +121,7 @@ void InsightDisplay::ShowTippingPoints(const TopicInsight& Insight) {
 }
 
 void InsightDisplay::ShowLine(const TopicInsight& Insight) {
-  line_ = InsightLineText(Topic(), Insight, DisplayFormat(), hold_);
+  line_ = InsightLineText(Topic(), Insight, DisplayNumberFormat(), hold_);
   FitLine();
 }
 

@@ -28,7 +28,7 @@ class InsightDisplay final {
   Q_DISABLE_COPY_MOVE(InsightDisplay)
 
   // Shows the insight for the topic as it is now; with the preference off, takes every trace of it away.
-  void Refresh();
+  void Refresh(const TopicInsight& Insight);
   // Rewrites the line after a rename: the names changed, the values did not.
   void RefreshLine();
   // Places the line in the score panel's extra row; it shows only with the panel's rows and the preference.

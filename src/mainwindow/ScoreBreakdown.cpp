@@ -10,7 +10,7 @@
 #include "insight/TopicInsight.h"
 #include "mainwindow/MainWindowLayout.h"
 #include "mainwindow/RowControls.h"
-#include "mainwindow/modDisplay.h"
+#include "mainwindow/WindowText.h"
 #include "startup/modStartup.h"
 #include "widgets/Palette.h"
 #include "widgets/ctlSlider.h"
@@ -26,12 +26,6 @@ constexpr int SwatchLeft = NameColumnWidth + 8;
 
 const TarvelinTopic& Topic() {
   return *Program().Topic;
-}
-
-NumberFormat DisplayFormat() {
-  const int16_t rounding = Topic().Rounding();
-  const bool decimal = Program().DisplayAsDecimal;
-  return [rounding, decimal](double Value) { return FormatNumberForDisplay(Value, rounding, decimal); };
 }
 
 QString ColourName(uint32_t Colour) {
@@ -89,17 +83,16 @@ size_t ShownOptions(const RowControls& Rows) {
 
 ScoreBreakdown::ScoreBreakdown(QWidget* Client, RowControls& Rows) : client_(Client), rows_(Rows) {}
 
-void ScoreBreakdown::Refresh() {
-  const TopicInsight insight(Topic());
+void ScoreBreakdown::Refresh(const TopicInsight& Insight) {
   const bool split = Program().SplitScoreBars;
-  ExplainScores(insight);
-  SplitBars(insight, split);
+  ExplainScores(Insight);
+  SplitBars(Insight, split);
   MarkBestTitles(split);
   ShowSwatches(split);
 }
 
 void ScoreBreakdown::ExplainScores(const TopicInsight& Insight) {
-  const NumberFormat format = DisplayFormat();
+  const NumberFormat format = DisplayNumberFormat();
   for (size_t o = 0; o < ShownOptions(rows_); ++o) {
     const QString why = QString::fromStdString(ScoreWhyText(Topic(), Insight, static_cast<int16_t>(o), format));
     rows_.sliderScore[o]->setToolTip(why);

@@ -21,7 +21,7 @@ class ScoreBreakdown final {
   Q_DISABLE_COPY_MOVE(ScoreBreakdown)
 
   // Brings tooltips, segments, marks and swatches up to date with the topic and the preference.
-  void Refresh();
+  void Refresh(const TopicInsight& Insight);
   // Places the swatches beside their attribute names, after the rows have moved.
   void PlaceSwatches();
 

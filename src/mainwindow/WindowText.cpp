@@ -6,6 +6,9 @@
 #include <QLocale>
 #include <string_view>
 
+#include "mainwindow/modDisplay.h"
+#include "startup/modStartup.h"
+
 namespace tarvelin {
 
 namespace {
@@ -30,6 +33,13 @@ QFont LabelFont(int PointSize, bool Bold) {
 
 std::string DisplayDecimalSeparator() {
   return QLocale().decimalPoint().toStdString();
+}
+
+NumberFormat DisplayNumberFormat() {
+  return [rounding = Program().Topic->Rounding(), decimal = Program().DisplayAsDecimal,
+          separator = DisplayDecimalSeparator()](double Value) {
+    return FormatNumberForDisplay(Value, rounding, decimal, separator);
+  };
 }
 
 int TextWidth(const QFont& Font, const QString& Text) {

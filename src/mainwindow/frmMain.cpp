@@ -12,6 +12,7 @@
 
 #include "files/modLoadSave.h"
 #include "graphics/cDIBSection.h"
+#include "insight/TopicInsight.h"
 #include "mainwindow/ClientArea.h"
 #include "mainwindow/CommandRow.h"
 #include "mainwindow/EntryButtons.h"
@@ -31,7 +32,6 @@
 #include "mainwindow/WindowCapture.h"
 #include "mainwindow/WindowDecoration.h"
 #include "mainwindow/WindowText.h"
-#include "mainwindow/modDisplay.h"
 #include "mainwindow/modWindowPlacement.h"
 #include "platform/qt/DecisionReport.h"
 #include "platform/qt/QtClipboard.h"
@@ -54,10 +54,7 @@ TarvelinTopic& Topic() {
 
 // The report of a topic made today, its numbers written as the window shows them.
 std::string TodaysDecisionReport(const TarvelinTopic& Topic, ReportFormat Format) {
-  const NumberFormat numbers = [rounding = Topic.Rounding()](double Value) {
-    return FormatNumberForDisplay(Value, rounding, Program().DisplayAsDecimal, DisplayDecimalSeparator());
-  };
-  return DecisionReport(Topic, Format, numbers, QDate::currentDate());
+  return DecisionReport(Topic, Format, DisplayNumberFormat(), QDate::currentDate());
 }
 
 }  // namespace
@@ -371,8 +368,9 @@ void frmMain::UpdateSettings() {
   setWindowTitle(QString::fromStdString(Program().AppTitle + " - " + Topic().Name()));
   values_->Refresh();
   bars_->ColourScoreBars();
-  breakdown_->Refresh();
-  insight_->Refresh();
+  const TopicInsight insight(Topic());
+  breakdown_->Refresh(insight);
+  insight_->Refresh(insight);
 }
 
 void frmMain::Form_Resize() {

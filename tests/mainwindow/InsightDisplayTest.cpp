@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QHelpEvent>
+#include <QLocale>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -112,6 +113,12 @@ class InsightDisplayTest final : public QObject {
     f_->Window->UpdateSettings();
     QCOMPARE(Slider("sliderWeighting_0")->ToolTipNote(),
              QString("Estate stays best while Price is at least 40.0%. Below, Coupe is best."));
+    // Under a decimal comma the words read as the value labels do.
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    const QString german = Slider("sliderWeighting_0")->ToolTipNote();
+    QLocale::setDefault(before);
+    QVERIFY2(german.contains("40,0%"), qPrintable(german));
     ctlSlider* estatePrice = Slider("sliderRating_0");
     QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), estatePrice->mapToGlobal(QPoint(5, 5)));
     QApplication::sendEvent(estatePrice, &help);
