@@ -1,5 +1,7 @@
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
+#include <QWindow>
 #include <cstdio>
 
 #include "mainwindow/frmMain.h"
@@ -17,6 +19,23 @@ QIcon ApplicationIcon() {
   return QIcon::fromTheme("com.pelvora.Tarvelin", builtIn);
 }
 
+// Looking the icon up in the theme and decoding its pictures costs about as much as the rest of the start
+// together, and only the window manager shows it. So it is given to every window just after the first window
+// has drawn its first frame: the expose that asks for that frame is drawn before the posted call runs.
+class IconAfterFirstFrame final : public QObject {
+ public:
+  IconAfterFirstFrame() { qApp->installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* Watched, QEvent* Event) override {
+    if (Event->type() == QEvent::Expose && Watched->isWindowType() && static_cast<QWindow*>(Watched)->isExposed()) {
+      qApp->removeEventFilter(this);
+      QTimer::singleShot(0, qApp, [] { QApplication::setWindowIcon(ApplicationIcon()); });
+    }
+    return false;
+  }
+};
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -27,7 +46,7 @@ int main(int argc, char* argv[]) {
   }
   QApplication application(argc, argv);
   QApplication::setDesktopFileName("com.pelvora.Tarvelin");
-  QApplication::setWindowIcon(ApplicationIcon());
+  const IconAfterFirstFrame icon;
   tarvelin::QtDialogs dialogs;
   tarvelin::Program().UI = &dialogs;
   // Read again: QApplication has taken its own options (-style, -platform ...) out of argv.

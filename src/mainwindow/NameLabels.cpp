@@ -60,6 +60,21 @@ void NameLabels::SetCaption(QLabel* Label, const std::string& Text) {
       dispatch(rows_.lblScoreTitle, &NameLabels::lblScoreTitle_Change);
 }
 
+void NameLabels::ShowTopicNames() {
+  const TarvelinTopic& topic = Topic();
+  showingAllNames_ = true;
+  for (int16_t a = 0; a < topic.TotalAttributes(); ++a) {
+    SetCaption(rows_.lblAttribute[static_cast<size_t>(a)], topic.GetAttributeName(a));
+  }
+  for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
+    SetCaption(rows_.lblOption[static_cast<size_t>(o)], topic.GetOptionName(o));
+    SetCaption(rows_.lblScoreTitle[static_cast<size_t>(o)], topic.GetOptionName(o));
+  }
+  showingAllNames_ = false;
+  DescribeRows();
+  bars_.UpdateScoreBars();
+}
+
 void NameLabels::lblTitle_Change() {
   if (inTitleChange_) {
     return;
@@ -94,7 +109,9 @@ void NameLabels::lblOption_Change(int16_t Index) {
     renamed_();
   }
   ShowEntryName(label, "Option", Index, caption);
-  DescribeRows();
+  if (!showingAllNames_) {
+    DescribeRows();
+  }
   // The score bar is titled with the same name, renamed here wherever the name was edited.
   if (static_cast<size_t>(Index) < rows_.lblScoreTitle.size()) {
     SetCaption(rows_.lblScoreTitle[static_cast<size_t>(Index)], caption);
@@ -118,7 +135,9 @@ void NameLabels::lblAttribute_Change(int16_t Index) {
     renamed_();
   }
   ShowEntryName(label, "Attribute", Index, caption);
-  DescribeRows();
+  if (!showingAllNames_) {
+    DescribeRows();
+  }
   inAttributeChange_ = false;
 }
 
@@ -154,7 +173,7 @@ void NameLabels::DescribeRows() {
 }
 
 void NameLabels::lblScoreTitle_Change(int16_t Index) {
-  if (inScoreTitleChange_ || Index >= Topic().TotalOptions()) {
+  if (inScoreTitleChange_ || showingAllNames_ || Index >= Topic().TotalOptions()) {
     return;
   }
   inScoreTitleChange_ = true;

@@ -29,6 +29,10 @@ class NameLabels final {
 
   void lblTitle_Change();
 
+  // Shows every option and attribute name of the topic in its label and on its score bar. The rows are
+  // described and the bars laid out once at the end rather than after each name.
+  void ShowTopicNames();
+
   // Names every row's controls after its option and attribute, for screen readers ("Rating of Estate for
   // Price") and in the rating sliders' tooltips.
   void DescribeRows();
@@ -43,6 +47,7 @@ class NameLabels final {
   ScoreBars& bars_;
   std::function<void()> renamed_;
   bool inTitleChange_ = false, inOptionChange_ = false, inAttributeChange_ = false, inScoreTitleChange_ = false;
+  bool showingAllNames_ = false;
 };
 
 }  // namespace tarvelin

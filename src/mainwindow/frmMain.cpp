@@ -343,14 +343,7 @@ bool frmMain::IsLoading() const {
 
 void frmMain::UpdateSliderArrays(bool& RowsChanged) {
   RowsChanged = rows_->Resize();
-  for (int16_t a = 0; a < Topic().TotalAttributes(); ++a) {
-    names_->SetCaption(rows_->lblAttribute[static_cast<size_t>(a)], Topic().GetAttributeName(a));
-  }
-  for (int16_t o = 0; o < Topic().TotalOptions(); ++o) {
-    names_->SetCaption(rows_->lblOption[static_cast<size_t>(o)], Topic().GetOptionName(o));
-    names_->SetCaption(rows_->lblScoreTitle[static_cast<size_t>(o)], Topic().GetOptionName(o));
-  }
-  names_->DescribeRows();
+  names_->ShowTopicNames();
   entries_->RefreshAddButtons();
   UpdateSettings();
   Form_Resize();
