@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "startup/RegistryTestFolder.h"
 #include "startup/cRegistry.h"
-#include "startup/cRegistry_Wrapper.h"
 #include "startup/modSettings.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
@@ -25,6 +22,17 @@ std::vector<std::string> StoredNames() {
   return registry.EnumerateValues();
 }
 
+std::vector<int32_t> Rectangle(const WindowPlacement& Placement) {
+  return {Placement.Left, Placement.Top, Placement.Width, Placement.Height};
+}
+
+ApplicationSettings ReadStartSettings() {
+  ApplicationSettings settings;
+  ReadSettings(SettingsStage::BeforeCommandLine, settings);
+  ReadSettings(SettingsStage::StartUp, settings);
+  return settings;
+}
+
 void SaveProgramSettings(const WindowPlacement& Placement) {
   Program().Topic = std::make_unique<TarvelinTopic>();
   Program().Topic->SetNormaliseWeights(true);
@@ -36,10 +44,8 @@ TEST(modSettingsWindow, CentresAStoredSizeThatHasNoPosition) {
   const ScopedRegistryFolder registry;
   testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"WindowWidth\"=dword:00002710\r\n"
                                                                         "\"WindowHeight\"=dword:00001771\r\n"));
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(placement.Width, 10000);
-  EXPECT_EQ(placement.Left, 9400);
-  EXPECT_EQ(placement.Top, 5100);  // 8100 - 3000.5, the half rounded to even
+  // The top is 8100 - 3000.5, the half rounded to even.
+  EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({9400, 5100, 10000, 6001}));
 }
 
 TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
@@ -54,17 +60,13 @@ TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
   EXPECT_EQ(StoredNames(), (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights",
                                                      "DisplayAsDecimal", "WindowLeft", "WindowTop", "WindowWidth",
                                                      "WindowHeight", "Maximized", "ShowInsight", "SplitScoreBars"}));
-  ApplicationSettings settings;
-  ReadSettings(SettingsStage::BeforeCommandLine, settings);
-  ReadSettings(SettingsStage::StartUp, settings);
+  const ApplicationSettings settings = ReadStartSettings();
   EXPECT_EQ(settings.LastUsedDir, "/home/me/topics");
   EXPECT_FALSE(settings.ShowSettingsOnNew);
   EXPECT_FALSE(settings.DisplayAsDecimal);
   EXPECT_TRUE(settings.NormaliseWeights);
   EXPECT_FALSE(settings.ShowInsight);
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
-            std::vector<int32_t>({120, 240, 11000, 7000}));
+  EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({120, 240, 11000, 7000}));
   const testing::ScopedScriptedDialogs dialogs;
   ASSERT_TRUE(StartUp({}));
   EXPECT_TRUE(Program().SplitScoreBars);
@@ -86,9 +88,7 @@ TEST(modSettingsDamage, AHiveCutInALineReadsAsDefaultsAndIsRewrittenWhole) {
   SaveProgramSettings({120, 240, 11000, 7000, false});
   const std::string whole = ReadBytes(registry.UserHive());
   testing::WriteBytes(registry.UserHive(), whole.substr(0, whole.find("dword:") + 4));
-  ApplicationSettings settings;
-  ReadSettings(SettingsStage::BeforeCommandLine, settings);
-  ReadSettings(SettingsStage::StartUp, settings);
+  const ApplicationSettings settings = ReadStartSettings();
   EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
   EXPECT_FALSE(settings.NormaliseWeights);
 
@@ -107,34 +107,10 @@ TEST(modSettingsUnwritable, StartUpGoesOnWithDefaults) {
   EXPECT_TRUE(Program().ShowSettingsOnNew && Program().DisplayAsDecimal && Program().ShowInsight);
   EXPECT_FALSE(Program().SplitScoreBars);
   EXPECT_FALSE(Program().Topic->NormaliseWeights());
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
-            std::vector<int32_t>({9900, 5100, 9000, 6000}));
-  EXPECT_FALSE(placement.Maximized);
+  EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({9900, 5100, 9000, 6000}));
+  EXPECT_FALSE(ReadWindowPlacement(Screen).Maximized);
   EXPECT_NO_THROW(SaveSettings({1, 2, 3, 4, true}));
   EXPECT_TRUE(dialogs->Messages.empty());
-}
-
-TEST(modSettingsUninstall, RemovesOnlyTheProgramsKeysInBothHives) {
-  const ScopedRegistryFolder registry;
-  RemoveSettings();
-  EXPECT_FALSE(std::filesystem::exists(registry.Folder())) << "no settings, no files";
-  constexpr ERegistryClassKey User = ERegistryClassKey::CurrentUser, Machine = ERegistryClassKey::LocalMachine;
-  for (const auto hive : {User, Machine}) {
-    SetRegistryText(hive, SettingsKey, "LastUsedDir", "/x");
-    SetRegistryText(hive, "Software\\Unrelated", "Kept", "yes");
-  }
-  SetRegistryText(User, "Software\\Pelvora\\Other", "Kept", "yes");
-
-  RemoveSettings();
-
-  EXPECT_FALSE(RegistryKeyExists(User, SettingsKey));
-  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Pelvora\\Other"));
-  EXPECT_FALSE(RegistryKeyExists(Machine, SettingsKey));
-  EXPECT_FALSE(RegistryKeyExists(Machine, VendorKey));
-  EXPECT_TRUE(RegistryKeyExists(Machine, "Software"));
-  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Unrelated"));
-  EXPECT_TRUE(RegistryKeyExists(Machine, "Software\\Unrelated"));
 }
 
 }  // namespace

@@ -145,12 +145,19 @@ TEST(modStartupRun, TakesTheStoredSettingsAndStartsAFreshTopicAfterABadCommandLi
 
 class modStartupUninstall : public ::testing::TestWithParam<MsgResult> {};
 
-TEST_P(modStartupUninstall, AsksAndEndsWithoutAWindow) {
+// Uninstalling asks and ends without a window. It removes the program's key in both hives and the vendor's
+// where nothing else is left under it, never another program's keys.
+TEST_P(modStartupUninstall, AsksThenRemovesOnlyTheProgramsKeys) {
   const ScopedRegistryFolder registry;
-  SetRegistryText(ERegistryClassKey::CurrentUser, SettingsKey, "LastUsedDir", "/data");
-  SetRegistryText(ERegistryClassKey::LocalMachine, SettingsKey, "LastUsedDir", "/data");
+  RemoveSettings();
+  EXPECT_FALSE(std::filesystem::exists(registry.Folder())) << "no settings, no files";
+  constexpr ERegistryClassKey User = ERegistryClassKey::CurrentUser, Machine = ERegistryClassKey::LocalMachine;
+  for (const auto hive : {User, Machine}) {
+    SetRegistryText(hive, SettingsKey, "LastUsedDir", "/data");
+    SetRegistryText(hive, "Software\\Unrelated", "Kept", "yes");
+  }
+  SetRegistryText(User, "Software\\Pelvora\\Other", "Kept", "yes");
   const std::string userHive = ReadBytes(registry.UserHive());
-  const std::string machineHive = ReadBytes(registry.MachineHive());
   ScopedScriptedDialogs dialogs;
   dialogs->Answers.push_back(GetParam());
 
@@ -158,11 +165,13 @@ TEST_P(modStartupUninstall, AsksAndEndsWithoutAWindow) {
 
   ASSERT_EQ(dialogs->Messages.size(), 1u);
   EXPECT_EQ(dialogs->Messages[0].Buttons, MsgButtons::YesNo);
-  const bool removed = GetParam() == MsgResult::Yes;
-  EXPECT_EQ(ReadBytes(registry.UserHive()) == userHive, !removed);
-  EXPECT_EQ(ReadBytes(registry.MachineHive()) == machineHive, !removed);
-  EXPECT_EQ(RegistryKeyExists(ERegistryClassKey::CurrentUser, VendorKey), !removed);
-  EXPECT_EQ(RegistryKeyExists(ERegistryClassKey::LocalMachine, VendorKey), !removed);
+  const bool kept = GetParam() == MsgResult::No;
+  EXPECT_EQ(ReadBytes(registry.UserHive()) == userHive, kept);
+  EXPECT_EQ(RegistryKeyExists(User, SettingsKey), kept);
+  EXPECT_EQ(RegistryKeyExists(Machine, SettingsKey), kept);
+  EXPECT_EQ(RegistryKeyExists(Machine, VendorKey), kept);
+  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Pelvora\\Other"));
+  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Unrelated") && RegistryKeyExists(Machine, "Software\\Unrelated"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, modStartupUninstall, ::testing::Values(MsgResult::Yes, MsgResult::No),
