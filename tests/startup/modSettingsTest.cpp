@@ -26,18 +26,18 @@ std::vector<int32_t> Rectangle(const WindowPlacement& Placement) {
   return {Placement.Left, Placement.Top, Placement.Width, Placement.Height};
 }
 
-ApplicationSettings ReadStartSettings() {
-  ApplicationSettings settings;
-  ReadSettings(SettingsStage::BeforeCommandLine, settings);
-  ReadSettings(SettingsStage::StartUp, settings);
-  return settings;
-}
-
+// Saves settings that differ from every default, then puts the program's own back to the defaults, so
+// that what is read next can only come from the hive.
 void SaveProgramSettings(const WindowPlacement& Placement) {
-  Program().Topic = std::make_unique<TarvelinTopic>();
-  Program().Topic->SetNormaliseWeights(true);
-  Program().LastUsedDir = "/home/me/topics";
+  ProgramState& program = Program();
+  program.Topic = std::make_unique<TarvelinTopic>();
+  program.Topic->SetNormaliseWeights(true);
+  program.LastUsedDir = "/home/me/topics";
+  program.ShowSettingsOnNew = program.DisplayAsDecimal = program.ShowInsight = false;
+  program.SplitScoreBars = true;
   SaveSettings(Placement);
+  program.ShowSettingsOnNew = program.DisplayAsDecimal = program.ShowInsight = true;
+  program.SplitScoreBars = false;
 }
 
 TEST(modSettingsWindow, CentresAStoredSizeThatHasNoPosition) {
@@ -48,52 +48,46 @@ TEST(modSettingsWindow, CentresAStoredSizeThatHasNoPosition) {
   EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({9400, 5100, 10000, 6001}));
 }
 
-TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
+TEST(modSettingsSave, WritesEveryValueInOrderStartsWithThemAndRewritesADamagedHiveWhole) {
   const ScopedRegistryFolder registry;
-  Program().ShowSettingsOnNew = false;
-  Program().DisplayAsDecimal = false;
-  Program().ShowInsight = false;
-  Program().SplitScoreBars = true;
-  SaveProgramSettings({120, 240, 11000, 7000, false});
-  Program().ShowSettingsOnNew = Program().DisplayAsDecimal = Program().ShowInsight = true;
-  Program().SplitScoreBars = false;
+  SaveProgramSettings({120, 240, 11000, 7000, true});
   EXPECT_EQ(StoredNames(), (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights",
                                                      "DisplayAsDecimal", "WindowLeft", "WindowTop", "WindowWidth",
                                                      "WindowHeight", "Maximized", "ShowInsight", "SplitScoreBars"}));
-  const ApplicationSettings settings = ReadStartSettings();
-  EXPECT_EQ(settings.LastUsedDir, "/home/me/topics");
-  EXPECT_FALSE(settings.ShowSettingsOnNew);
-  EXPECT_FALSE(settings.DisplayAsDecimal);
-  EXPECT_TRUE(settings.NormaliseWeights);
-  EXPECT_FALSE(settings.ShowInsight);
   EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({120, 240, 11000, 7000}));
-  const testing::ScopedScriptedDialogs dialogs;
-  ASSERT_TRUE(StartUp({}));
-  EXPECT_TRUE(Program().SplitScoreBars);
-  Program().SplitScoreBars = false;
-}
-
-// A window that ended maximised comes up normal; only a hand-set AppMaximized holds for every start.
-TEST(modSettingsMaximised, OnlyAHandSetAppMaximizedBringsTheWindowUpMaximised) {
-  const ScopedRegistryFolder registry;
-  SaveProgramSettings({0, 0, 9000, 6000, true});
+  // A window that ended maximised comes up normal; only a hand-set AppMaximized holds for every start.
   EXPECT_FALSE(ReadWindowPlacement(Screen).Maximized);
+  {
+    // The start takes the stored settings and goes on after a bad command line with a fresh topic of its own.
+    testing::ScopedScriptedDialogs dialogs;
+    Program().CurrentFileName = "old.tvt";
+    Program().Modified = true;
+    ASSERT_TRUE(StartUp({"a", "b"}));
+    const ProgramState& state = Program();
+    EXPECT_EQ(state.AppTitle, "Tarvelin");
+    EXPECT_EQ(state.LastUsedDir, "/home/me/topics");
+    EXPECT_FALSE(state.ShowSettingsOnNew || state.DisplayAsDecimal || state.ShowInsight);
+    EXPECT_TRUE(state.SplitScoreBars && state.Topic->NormaliseWeights());
+    EXPECT_EQ(state.CurrentFileName, "");
+    EXPECT_FALSE(state.Modified);
+    EXPECT_EQ(state.MaxOptions + state.MaxAttributes, 20);
+    EXPECT_EQ(dialogs->Messages.size(), 1u);
+  }
+
+  // A hive cut inside a line reads as the defaults.
+  const std::string whole = ReadBytes(registry.UserHive());
+  testing::WriteBytes(registry.UserHive(), whole.substr(0, whole.find("dword:") + 4));
+  ApplicationSettings settings;
+  ReadSettings(SettingsStage::BeforeCommandLine, settings);
+  ReadSettings(SettingsStage::StartUp, settings);
+  EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
+  EXPECT_FALSE(settings.NormaliseWeights);
+  SaveProgramSettings({120, 240, 11000, 7000, true});
+  EXPECT_EQ(ReadBytes(registry.UserHive()), whole);
+
   testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"AppMaximized\"=dword:00000001\r\n"));
   SaveProgramSettings({0, 0, 9000, 6000, false});
   EXPECT_TRUE(ReadWindowPlacement(Screen).Maximized);
-}
-
-TEST(modSettingsDamage, AHiveCutInALineReadsAsDefaultsAndIsRewrittenWhole) {
-  const ScopedRegistryFolder registry;
-  SaveProgramSettings({120, 240, 11000, 7000, false});
-  const std::string whole = ReadBytes(registry.UserHive());
-  testing::WriteBytes(registry.UserHive(), whole.substr(0, whole.find("dword:") + 4));
-  const ApplicationSettings settings = ReadStartSettings();
-  EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
-  EXPECT_FALSE(settings.NormaliseWeights);
-
-  SaveProgramSettings({120, 240, 11000, 7000, false});
-  EXPECT_EQ(ReadBytes(registry.UserHive()), whole);
 }
 
 // Start-up only reads, so a settings folder that cannot be written changes nothing but the saving, which
