@@ -117,14 +117,12 @@ void CheckTippingPoint(const TarvelinTopic& Topic, int16_t OptionID, int16_t Att
   }
   ASSERT_GE(*tipping, 0.0);
   ASSERT_LE(*tipping, 1.0);
-  if (OptionID == best) {
-    EXPECT_FALSE(AmongBest(at(*tipping + down * Step), best));
-    EXPECT_TRUE(AmongBest(at(*tipping - down * Step), best));
-  } else {
-    EXPECT_FALSE(AmongBest(at(*tipping + down * Step), OptionID));
-    EXPECT_TRUE(StrictlyBest(at(*tipping - down * Step), OptionID) || *tipping - down * Step > 1.0 ||
-                *tipping - down * Step < 0.0);
-  }
+  EXPECT_FALSE(AmongBest(at(*tipping + down * Step), OptionID));
+  // One step the other way the best still holds, and another option is best outright unless that step
+  // leaves the rating's range.
+  const double before = *tipping - down * Step;
+  EXPECT_TRUE(OptionID == best ? AmongBest(at(before), best)
+                               : StrictlyBest(at(before), OptionID) || before > 1.0 || before < 0.0);
 }
 
 TEST(TopicInsightOracle, RandomTopicsAgreeWithTheTopicItself) {
