@@ -195,6 +195,10 @@ TEST(TopicInsightBand, HandMadeTopics) {
        MakeTopic(even, {{0.5, 0.5}, {0.625, 0.375}, {0.75, 0.25}}, true),
        0,
        {0, 0.5, -1, 2}},
+      {"two rivals at one point, below",
+       MakeTopic(even, {{0.5, 0.5}, {0.375, 0.625}, {0.25, 0.75}}, true),
+       0,
+       {0.5, 1, 2, -1}},
       // All weightings 0 without normalisation: every attribute counts equally (Hatchback 0.55, Estate 0.5), but
       // any weighting above 0 gives its attribute the whole score.
       {"all 0, other best above", MakeTopic({0, 0}, {{1, 0}, {0.4, 0.7}}), 0, {0, 0, -1, 0}},

@@ -47,6 +47,9 @@ TEST(cRegistryHiveFormat, WritesTheRegFileLayoutAndReadsItBack) {
   EXPECT_EQ(parsed->ValueNames("Software\\Pelvora\\Tarvelin"),
             (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "", "Lines"}));
   EXPECT_EQ(parsed->SubKeyNames("Software"), (std::vector<std::string>{"Pelvora", "Classes"}));
+  cRegistryHive binary(Root);
+  binary.SetValue("", "B", {ERegistryValueType::Binary, std::string("\0\xFF", 2)});
+  EXPECT_EQ(binary.Serialise(), std::string(Header) + "\r\n[HKEY_CURRENT_USER]\r\n\"B\"=hex:00,ff\r\n");
 }
 
 TEST(cRegistryHiveFormat, ReadsHandWrittenAndEditorFiles) {
