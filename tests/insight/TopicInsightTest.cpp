@@ -117,14 +117,12 @@ void CheckTippingPoint(const TarvelinTopic& Topic, int16_t OptionID, int16_t Att
   }
   ASSERT_GE(*tipping, 0.0);
   ASSERT_LE(*tipping, 1.0);
-  if (OptionID == best) {
-    EXPECT_FALSE(AmongBest(at(*tipping + down * Step), best));
-    EXPECT_TRUE(AmongBest(at(*tipping - down * Step), best));
-  } else {
-    EXPECT_FALSE(AmongBest(at(*tipping + down * Step), OptionID));
-    EXPECT_TRUE(StrictlyBest(at(*tipping - down * Step), OptionID) || *tipping - down * Step > 1.0 ||
-                *tipping - down * Step < 0.0);
-  }
+  EXPECT_FALSE(AmongBest(at(*tipping + down * Step), OptionID));
+  // One step the other way the best still holds, and another option is best outright unless that step
+  // leaves the rating's range.
+  const double before = *tipping - down * Step;
+  EXPECT_TRUE(OptionID == best ? AmongBest(at(before), best)
+                               : StrictlyBest(at(before), OptionID) || before > 1.0 || before < 0.0);
 }
 
 TEST(TopicInsightOracle, RandomTopicsAgreeWithTheTopicItself) {
@@ -197,6 +195,10 @@ TEST(TopicInsightBand, HandMadeTopics) {
        MakeTopic(even, {{0.5, 0.5}, {0.625, 0.375}, {0.75, 0.25}}, true),
        0,
        {0, 0.5, -1, 2}},
+      {"two rivals at one point, below",
+       MakeTopic(even, {{0.5, 0.5}, {0.375, 0.625}, {0.25, 0.75}}, true),
+       0,
+       {0.5, 1, 2, -1}},
       // All weightings 0 without normalisation: every attribute counts equally (Hatchback 0.55, Estate 0.5), but
       // any weighting above 0 gives its attribute the whole score.
       {"all 0, other best above", MakeTopic({0, 0}, {{1, 0}, {0.4, 0.7}}), 0, {0, 0, -1, 0}},

@@ -3,10 +3,12 @@
 #include <functional>
 #include <iostream>
 #include <limits>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "insight/InsightTopics.h"
 #include "model/TarvelinTopic.h"
 #include "support/RaisedErrors.h"
 
@@ -14,17 +16,7 @@ namespace tarvelin {
 namespace {
 
 using testing::ErrorOf;
-
-// A topic with the given weightings stored as they are, normalisation and rounding off.
-TarvelinTopic TopicWithWeightings(const std::vector<double>& Weightings, int16_t Options = 1) {
-  TarvelinTopic topic;
-  topic.SetTotalAttributes(static_cast<int16_t>(Weightings.size()));
-  topic.SetTotalOptions(Options);
-  for (size_t i = 0; i < Weightings.size(); ++i) {
-    topic.SetWeighting(static_cast<int16_t>(i), Weightings[i]);
-  }
-  return topic;
-}
+using testing::MakeTopic;
 
 // The weightings as stored. A lone attribute always reads as 1.0, so the copy gets a second attribute first,
 // which with normalisation on starts with the mean of the stored ones and leaves them as they are.
@@ -50,51 +42,12 @@ std::string Dump(TarvelinTopic Topic) {
   return captured.str();
 }
 
-TEST(TarvelinTopic, StartsWithOneUnnamedOptionAndAttributeAtOneHalf) {
+TEST(TarvelinTopic, StartsWithOneEntryEachAndCountsGrowUnnamedShrinkFromTheEndNeverBelowOne) {
   TarvelinTopic topic;
   EXPECT_EQ(topic.Name(), "New Topic");
   EXPECT_FALSE(topic.InvertWeights() || topic.NormaliseWeights());
   EXPECT_EQ(topic.Rounding(), -1);
-  EXPECT_EQ(topic.GetAttributeName(0) + "/" + topic.GetOptionName(0), "Attribute 1/Option 1");
-  EXPECT_EQ(topic.GetRating(0, 0), 0.5);
   EXPECT_EQ(StoredWeightings(topic), std::vector<double>{0.5});
-}
-
-TEST(TarvelinTopic, DeletingMovesLaterEntriesDownWithTheirRatings) {
-  TarvelinTopic topic = TopicWithWeightings({0.1, 0.2, 0.3}, 3);
-  topic.SetAttributeName(1, "B");
-  topic.SetOptionName(2, "Third");
-  for (int16_t cell = 0; cell < 9; ++cell) {
-    topic.SetRating(cell / 3, cell % 3, cell / 10.0);
-  }
-  topic.DeleteAttribute(0);
-  topic.DeleteOption(1);
-  EXPECT_EQ(topic.GetAttributeName(0) + "/" + topic.GetAttributeName(1), "B/Attribute 2");
-  EXPECT_EQ(topic.GetOptionName(1), "Third");
-  EXPECT_EQ(StoredWeightings(topic), (std::vector<double>{0.2, 0.3}));
-  EXPECT_EQ(topic.GetRating(0, 1), 0.2);
-  EXPECT_EQ(topic.GetRating(1, 0), 0.7);
-}
-
-TEST(TarvelinTopic, DeletingTheOnlyEntryResetsIt) {
-  TarvelinTopic topic = TopicWithWeightings({0.3}, 2);
-  topic.SetAttributeName(0, "Price");
-  topic.SetOptionName(1, "Car");
-  topic.SetRating(1, 0, 0.9);
-  topic.SetNormaliseWeights(true);
-  topic.DeleteAttribute(0);
-  EXPECT_EQ(topic.GetAttributeName(0) + "/" + topic.GetOptionName(1), "Attribute 1/Car");
-  EXPECT_EQ(StoredWeightings(topic), std::vector<double>{0.5});
-  EXPECT_EQ(topic.GetRating(1, 0), 0.5);
-  topic.SetRating(1, 0, 0.9);
-  topic.DeleteOption(0);
-  topic.DeleteOption(0);
-  EXPECT_EQ(topic.GetOptionName(0), "Option 1");
-  EXPECT_EQ(topic.GetRating(0, 0), 0.5);
-}
-
-TEST(TarvelinTopic, CountsShrinkFromTheEndGrowUnnamedAndNeverFallBelowOne) {
-  TarvelinTopic topic;
   topic.SetOptionName(0, "First");
   topic.SetTotalOptions(3);
   topic.SetTotalAttributes(4);
@@ -103,7 +56,34 @@ TEST(TarvelinTopic, CountsShrinkFromTheEndGrowUnnamedAndNeverFallBelowOne) {
   topic.SetTotalOptions(0);
   topic.SetTotalAttributes(-3);
   EXPECT_EQ(topic.TotalOptions() + topic.TotalAttributes(), 2);
-  EXPECT_EQ(topic.GetOptionName(0), "First");
+  EXPECT_EQ(topic.GetOptionName(0) + "/" + topic.GetAttributeName(0), "First/Attribute 1");
+}
+
+// Later entries move down with their ratings; deleting the only entry resets it to a fresh one.
+TEST(TarvelinTopic, DeletingMovesLaterEntriesDownAndResetsTheOnlyOne) {
+  TarvelinTopic topic = MakeTopic({0.1, 0.2, 0.3}, {{0.0, 0.1, 0.2}, {0.3, 0.4, 0.5}, {0.6, 0.7, 0.8}});
+  topic.SetAttributeName(1, "B");
+  topic.SetOptionName(2, "Third");
+  topic.DeleteAttribute(0);
+  topic.DeleteOption(1);
+  EXPECT_EQ(topic.GetAttributeName(0) + "/" + topic.GetAttributeName(1) + "/" + topic.GetOptionName(1),
+            "B/Attribute 2/Third");
+  EXPECT_EQ(StoredWeightings(topic), (std::vector<double>{0.2, 0.3}));
+  EXPECT_EQ(topic.GetRating(0, 1), 0.2);
+  EXPECT_EQ(topic.GetRating(1, 0), 0.7);
+
+  TarvelinTopic lone = MakeTopic({0.3}, {{0.9}, {0.9}}, true);
+  lone.SetAttributeName(0, "Price");
+  lone.SetOptionName(1, "Car");
+  lone.DeleteAttribute(0);
+  EXPECT_EQ(lone.GetAttributeName(0) + "/" + lone.GetOptionName(1), "Attribute 1/Car");
+  EXPECT_EQ(StoredWeightings(lone), std::vector<double>{0.5});
+  EXPECT_EQ(lone.GetRating(1, 0), 0.5);
+  lone.SetRating(1, 0, 0.9);
+  lone.DeleteOption(0);
+  lone.DeleteOption(0);
+  EXPECT_EQ(lone.GetOptionName(0), "Option 1");
+  EXPECT_EQ(lone.GetRating(0, 0), 0.5);
 }
 
 // Counts are read as 16-bit numbers, so 32767 entries are the most a topic can hold.
@@ -120,54 +100,49 @@ TEST(TarvelinTopic, GrowingPast32767RaisesOverflowAndChangesNothing) {
 }
 
 TEST(TarvelinTopic, RatingIsStoredExactlyAndReadRoundedNeverInverted) {
-  TarvelinTopic topic;
-  topic.SetRating(0, 0, 0.125);
-  topic.SetInvertWeights(true);
+  TarvelinTopic topic = MakeTopic({0.5}, {{0.125}}, false, true);
   topic.SetRounding(2);
   EXPECT_EQ(topic.GetRating(0, 0), 0.12);
   topic.SetRounding(-1);
   EXPECT_EQ(topic.GetRating(0, 0), 0.125);
 }
 
-// Stored weightings after adding an attribute or setting the first one.
+// Stored weightings after setting the first one, or without a weighting after adding an attribute.
 struct WeightingChange {
   const char* Label;
   std::vector<double> Before;
   bool Normalise;
   int16_t Rounding;
-  std::function<void(TarvelinTopic&)> Change;
+  std::optional<double> SetFirst;
   std::vector<double> After;
 };
 
-void AddOne(TarvelinTopic& Topic) {
-  Topic.AddAttribute("");
-}
-auto SetFirst(double Weighting) {
-  return [Weighting](TarvelinTopic& Topic) { Topic.SetWeighting(0, Weighting); };
-}
-
 const std::vector<WeightingChange> WeightingChanges = {
-    {"AddTakesTheMean", {0.2, 0.6}, true, -1, AddOne, {0.2, 0.6, 0.4}},
-    {"AddToALoneOneTakesItsStoredValue", {0.3}, true, -1, AddOne, {0.3, 0.3}},
+    {"AddTakesTheMean", {0.2, 0.6}, true, -1, std::nullopt, {0.2, 0.6, 0.4}},
+    {"AddToALoneOneTakesItsStoredValue", {0.3}, true, -1, std::nullopt, {0.3, 0.3}},
     // The mean of 0.12 and 0.14 as read; the stored mean 0.135 would be rounded to 0.14.
-    {"AddTakesTheRoundedMean", {0.125, 0.145}, true, 2, AddOne, {0.125, 0.145, 0.13}},
-    {"SetPlainLeavesTheOthers", {0.5, 0.5, 0.5}, false, -1, SetFirst(0.9), {0.9, 0.5, 0.5}},
-    {"AllZeroShareEqually", {0.0, 0.0, 0.0}, true, -1, SetFirst(0.4), {0.4, 0.3, 0.3}},
-    {"OthersZeroSplitEvenly", {0.5, 0.0, 0.0}, true, -1, SetFirst(0.4), {0.4, 0.3, 0.3}},
+    {"AddTakesTheRoundedMean", {0.125, 0.145}, true, 2, std::nullopt, {0.125, 0.145, 0.13}},
+    {"SetPlainLeavesTheOthers", {0.5, 0.5, 0.5}, false, -1, 0.9, {0.9, 0.5, 0.5}},
+    {"AllZeroShareEqually", {0.0, 0.0, 0.0}, true, -1, 0.4, {0.4, 0.3, 0.3}},
+    {"OthersZeroSplitEvenly", {0.5, 0.0, 0.0}, true, -1, 0.4, {0.4, 0.3, 0.3}},
     // Shares 0.3 and 0.5 of the old sum; written one by one, the second would be taken of a new sum.
-    {"SharesTakenBeforeWriting", {0.2, 0.3, 0.5}, true, -1, SetFirst(0.6), {0.6, 0.15, 0.25}},
+    {"SharesTakenBeforeWriting", {0.2, 0.3, 0.5}, true, -1, 0.6, {0.6, 0.15, 0.25}},
     // 0.46 is stored as 0.5; the shares 0.28/0.88 and 0.6/0.88 are taken rounded, as 0.3 and 0.6, and the
     // results, 1/6 and 1/3, are stored unrounded.
-    {"RoundedSharesUnroundedResults", {0.12, 0.28, 0.6}, true, 1, SetFirst(0.46), {0.5, 1.0 / 6, 1.0 / 3}},
-    {"LoneAttribute", {0.7}, true, -1, SetFirst(0.3), {0.3}}};
+    {"RoundedSharesUnroundedResults", {0.12, 0.28, 0.6}, true, 1, 0.46, {0.5, 1.0 / 6, 1.0 / 3}},
+    {"LoneAttribute", {0.7}, true, -1, 0.3, {0.3}}};
 
 class TarvelinTopicWeightingChange : public ::testing::TestWithParam<WeightingChange> {};
 
 TEST_P(TarvelinTopicWeightingChange, StoresTheExpectedWeightings) {
-  TarvelinTopic topic = TopicWithWeightings(GetParam().Before);
+  TarvelinTopic topic = MakeTopic(GetParam().Before, {});
   topic.SetNormaliseWeights(GetParam().Normalise);
   topic.SetRounding(GetParam().Rounding);
-  GetParam().Change(topic);
+  if (GetParam().SetFirst) {
+    topic.SetWeighting(0, *GetParam().SetFirst);
+  } else {
+    topic.AddAttribute("");
+  }
   const std::vector<double> after = StoredWeightings(topic);
   for (size_t i = 0; i < GetParam().After.size(); ++i) {
     EXPECT_NEAR(after.at(i), GetParam().After[i], 1e-15) << "attribute " << i;
@@ -203,11 +178,7 @@ const std::vector<Reading> Readings = {
 class TarvelinTopicReading : public ::testing::TestWithParam<Reading> {};
 
 TEST_P(TarvelinTopicReading, WeightingsAndScoreAreAsExpected) {
-  TarvelinTopic topic = TopicWithWeightings(GetParam().Weightings);
-  for (size_t i = 0; i < GetParam().Ratings.size(); ++i) {
-    topic.SetRating(0, static_cast<int16_t>(i), GetParam().Ratings[i]);
-  }
-  topic.SetInvertWeights(GetParam().Invert);
+  TarvelinTopic topic = MakeTopic(GetParam().Weightings, {GetParam().Ratings}, false, GetParam().Invert);
   topic.SetRounding(GetParam().Rounding);
   for (const bool normalise : {false, true}) {
     topic.SetNormaliseWeights(normalise);
@@ -253,9 +224,7 @@ const std::vector<Failure> Failures = {
 class TarvelinTopicFailure : public ::testing::TestWithParam<Failure> {};
 
 TEST_P(TarvelinTopicFailure, RaisesItsNumberAndMessageAndChangesNothing) {
-  TarvelinTopic topic = TopicWithWeightings({0.2, 0.3, 0.5}, 2);
-  topic.SetRating(1, 2, 0.125);
-  topic.SetNormaliseWeights(true);
+  TarvelinTopic topic = MakeTopic({0.2, 0.3, 0.5}, {{0.5, 0.5, 0.5}, {0.5, 0.5, 0.125}}, true);
   topic.SetRounding(2);
   const std::string before = Dump(topic);
   EXPECT_EQ(ErrorOf([&] { GetParam().Call(topic); }), GetParam().Raised);

@@ -50,7 +50,6 @@ class ScopedRegistryFolder {
 
   std::string Folder() const { return temp_.File("registry"); }
   std::string UserHive() const { return temp_.File("registry/user.reg"); }
-  std::string MachineHive() const { return temp_.File("registry/machine.reg"); }
   const TempFolder& Temp() const { return temp_; }
 
  private:

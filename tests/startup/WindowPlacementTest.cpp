@@ -12,12 +12,13 @@ constexpr WindowRect Small{0, 0, 1280, 1024};
 struct Fit {
   const char* Case;
   WindowRect Window, Expected;
+  WindowRect Area = Wide;  // without an area the window is left alone
 };
 
 class WindowFit : public ::testing::TestWithParam<Fit> {};
 
 TEST_P(WindowFit, ShrinksThenMovesInside) {
-  EXPECT_EQ(FitWindowOnScreen(GetParam().Window, Wide), GetParam().Expected);
+  EXPECT_EQ(FitWindowOnScreen(GetParam().Window, GetParam().Area), GetParam().Expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -27,13 +28,9 @@ INSTANTIATE_TEST_SUITE_P(
                       Fit{"AboveAndLeft", {1000, -100, 800, 600}, {1280, 40, 800, 600}},
                       // The 200% window of a 1760 x 1400 design on this screen, first placed at y = -100.
                       Fit{"TallerThanTheScreen", {1360, -100, 1760, 1400}, {1360, 40, 1760, 1160}},
-                      Fit{"LargerEverywhere", {0, 0, 4000, 3000}, {1280, 40, 1920, 1160}}),
+                      Fit{"LargerEverywhere", {0, 0, 4000, 3000}, {1280, 40, 1920, 1160}},
+                      Fit{"NoArea", {-50, -50, 800, 600}, {-50, -50, 800, 600}, {}}),
     [](const auto& Info) { return std::string(Info.param.Case); });
-
-TEST(WindowFitArea, LeavesTheWindowAloneWithoutAnArea) {
-  const WindowRect window{-50, -50, 800, 600};
-  EXPECT_EQ(FitWindowOnScreen(window, WindowRect{}), window);
-}
 
 TEST(ScreenForWindow, PicksTheMostOverlapElseThePrimary) {
   const std::vector<WindowRect> screens{Small, Wide};

@@ -9,14 +9,6 @@ constexpr const char* Root = "HKEY_CURRENT_USER";
 constexpr const char* Header = "Windows Registry Editor Version 5.00\r\n";
 constexpr const char* SettingsLine = "[HKEY_CURRENT_USER\\Software\\Pelvora\\Tarvelin]\r\n";
 
-std::string Repeated(std::string_view Text, size_t Count) {
-  std::string text;
-  for (size_t copy = 0; copy < Count; ++copy) {
-    text += Text;
-  }
-  return text;
-}
-
 RegistryData Text(std::string_view Value, ERegistryValueType Type = ERegistryValueType::String) {
   return RegistryDataFromText(Value, Type);
 }
@@ -27,38 +19,37 @@ cRegistryHive SampleHive() {
   const std::string key = "Software\\Pelvora\\Tarvelin";
   hive.SetValue(key, "LastUsedDir", Text("C:\\Users\\me \"quoted\""));
   hive.SetValue(key, "ShowSettingsOnNew", RegistryDataFromNumber(0xFFFFFFFF));
-  hive.SetValue(key, "WindowLeft", RegistryDataFromNumber(9900));
-  hive.SetValue(key, "Pattern", Text("%HOME%\\x", ERegistryValueType::ExpandString));
+  hive.SetValue(key, "", Text("%1", ERegistryValueType::ExpandString));
   hive.SetValue(key, "Lines", Text("two\r\nlines, \xC3\xBCnicode \xF0\x9F\x98\x80"));
   hive.SetValue("Software\\Classes\\.tvt", "", Text("Tarvelin.Topic"));
   return hive;
 }
 
-TEST(cRegistryHiveFormat, WritesTheRegFileLayout) {
-  cRegistryHive hive(Root);
-  hive.SetValue("Software\\Pelvora\\Tarvelin", "LastUsedDir", Text("C:\\Users\\me"));
-  hive.SetValue("Software\\Pelvora\\Tarvelin", "ShowSettingsOnNew", RegistryDataFromNumber(0xFFFFFFFF));
-  hive.SetValue("Software\\Pelvora\\Tarvelin", "", Text("%1", ERegistryValueType::ExpandString));
-  EXPECT_EQ(hive.Serialise(), std::string(Header) +
-                                  "\r\n[HKEY_CURRENT_USER\\Software]\r\n"
-                                  "\r\n[HKEY_CURRENT_USER\\Software\\Pelvora]\r\n"
-                                  "\r\n" +
-                                  SettingsLine +
-                                  "\"LastUsedDir\"=\"C:\\\\Users\\\\me\"\r\n"
-                                  "\"ShowSettingsOnNew\"=dword:ffffffff\r\n"
-                                  "@=hex(2):25,00,31,00,00,00\r\n");
-}
-
-TEST(cRegistryHiveFormat, ParsingTheWrittenTextGivesTheSameHive) {
+TEST(cRegistryHiveFormat, WritesTheRegFileLayoutAndReadsItBack) {
   const cRegistryHive hive = SampleHive();
-  const auto parsed = cRegistryHive::Parse(hive.Serialise(), Root);
+  const std::string text = hive.Serialise();
+  const std::string layout = std::string(Header) +
+                             "\r\n[HKEY_CURRENT_USER\\Software]\r\n"
+                             "\r\n[HKEY_CURRENT_USER\\Software\\Pelvora]\r\n"
+                             "\r\n" +
+                             SettingsLine +
+                             "\"LastUsedDir\"=\"C:\\\\Users\\\\me \\\"quoted\\\"\"\r\n"
+                             "\"ShowSettingsOnNew\"=dword:ffffffff\r\n"
+                             "@=hex(2):25,00,31,00,00,00\r\n"
+                             "\"Lines\"=hex(1):74,00,";
+  EXPECT_EQ(text.substr(0, layout.size()), layout);
+  EXPECT_TRUE(text.ends_with("[HKEY_CURRENT_USER\\Software\\Classes\\.tvt]\r\n@=\"Tarvelin.Topic\"\r\n")) << text;
+  const auto parsed = cRegistryHive::Parse(text, Root);
   ASSERT_TRUE(parsed);
-  EXPECT_EQ(parsed->Serialise(), hive.Serialise());
+  EXPECT_EQ(parsed->Serialise(), text);
   EXPECT_EQ(parsed->Value("software\\PELVORA\\tarvelin", "lines"),
             Text("two\r\nlines, \xC3\xBCnicode \xF0\x9F\x98\x80"));
   EXPECT_EQ(parsed->ValueNames("Software\\Pelvora\\Tarvelin"),
-            (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "WindowLeft", "Pattern", "Lines"}));
+            (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "", "Lines"}));
   EXPECT_EQ(parsed->SubKeyNames("Software"), (std::vector<std::string>{"Pelvora", "Classes"}));
+  cRegistryHive binary(Root);
+  binary.SetValue("", "B", {ERegistryValueType::Binary, std::string("\0\xFF", 2)});
+  EXPECT_EQ(binary.Serialise(), std::string(Header) + "\r\n[HKEY_CURRENT_USER]\r\n\"B\"=hex:00,ff\r\n");
 }
 
 TEST(cRegistryHiveFormat, ReadsHandWrittenAndEditorFiles) {
@@ -83,6 +74,15 @@ TEST(cRegistryHiveFormat, ReadsHandWrittenAndEditorFiles) {
   EXPECT_EQ(hive->Value(key, "Pattern"), Text("%A%", ERegistryValueType::ExpandString));
 }
 
+// One level deeper than the registry allows.
+std::string TooDeep() {
+  std::string key = std::string(Header) + "[HKEY_CURRENT_USER";
+  for (int level = 0; level < 513; ++level) {
+    key += "\\k";
+  }
+  return key + "]\r\n";
+}
+
 class cRegistryHiveDamage : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(cRegistryHiveDamage, ReadsAsNothing) {
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
                       std::string(Header) + SettingsLine + "\"A\"=-\r\n",                 // deletion syntax
                       std::string(Header) + SettingsLine + "\"A\"=\"x\" y\r\n",           // junk behind a text
                       std::string(Header) + SettingsLine + "A=\"x\"\r\n",                 // unquoted name
-                      std::string(Header) + "[HKEY_CURRENT_USER" + Repeated("\\k", 513) + "]\r\n"));  // too deep
+                      TooDeep()));                                                        // too deep
 
 // A file cut anywhere inside a line (as a crash or a full disk leaves it) must be noticed, so that the
 // settings fall back to their defaults instead of taking a shortened value. Binary lists are left out: a

@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "startup/RegistryTestFolder.h"
 #include "startup/cRegistry.h"
-#include "startup/cRegistry_Wrapper.h"
 #include "startup/modSettings.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
@@ -25,65 +22,59 @@ std::vector<std::string> StoredNames() {
   return registry.EnumerateValues();
 }
 
+std::vector<int32_t> Rectangle(const WindowPlacement& Placement) {
+  return {Placement.Left, Placement.Top, Placement.Width, Placement.Height};
+}
+
+// Saves settings that differ from every default, then puts the program's own back to the defaults, so
+// that what is read next can only come from the hive.
 void SaveProgramSettings(const WindowPlacement& Placement) {
-  Program().Topic = std::make_unique<TarvelinTopic>();
-  Program().Topic->SetNormaliseWeights(true);
-  Program().LastUsedDir = "/home/me/topics";
+  ProgramState& program = Program();
+  program.Topic = std::make_unique<TarvelinTopic>();
+  program.Topic->SetNormaliseWeights(true);
+  program.LastUsedDir = "/home/me/topics";
+  program.ShowSettingsOnNew = program.DisplayAsDecimal = program.ShowInsight = false;
+  program.SplitScoreBars = true;
   SaveSettings(Placement);
+  program.ShowSettingsOnNew = program.DisplayAsDecimal = program.ShowInsight = true;
+  program.SplitScoreBars = false;
 }
 
 TEST(modSettingsWindow, CentresAStoredSizeThatHasNoPosition) {
   const ScopedRegistryFolder registry;
   testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"WindowWidth\"=dword:00002710\r\n"
                                                                         "\"WindowHeight\"=dword:00001771\r\n"));
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(placement.Width, 10000);
-  EXPECT_EQ(placement.Left, 9400);
-  EXPECT_EQ(placement.Top, 5100);  // 8100 - 3000.5, the half rounded to even
+  // The top is 8100 - 3000.5, the half rounded to even.
+  EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({9400, 5100, 10000, 6001}));
 }
 
-TEST(modSettingsSave, WritesEveryValueInOrderAndIsReadBack) {
+TEST(modSettingsSave, WritesEveryValueInOrderStartsWithThemAndRewritesADamagedHiveWhole) {
   const ScopedRegistryFolder registry;
-  Program().ShowSettingsOnNew = false;
-  Program().DisplayAsDecimal = false;
-  Program().ShowInsight = false;
-  Program().SplitScoreBars = true;
-  SaveProgramSettings({120, 240, 11000, 7000, false});
-  Program().ShowSettingsOnNew = Program().DisplayAsDecimal = Program().ShowInsight = true;
-  Program().SplitScoreBars = false;
+  SaveProgramSettings({120, 240, 11000, 7000, true});
   EXPECT_EQ(StoredNames(), (std::vector<std::string>{"LastUsedDir", "ShowSettingsOnNew", "NormaliseWeights",
                                                      "DisplayAsDecimal", "WindowLeft", "WindowTop", "WindowWidth",
                                                      "WindowHeight", "Maximized", "ShowInsight", "SplitScoreBars"}));
-  ApplicationSettings settings;
-  ReadSettings(SettingsStage::BeforeCommandLine, settings);
-  ReadSettings(SettingsStage::StartUp, settings);
-  EXPECT_EQ(settings.LastUsedDir, "/home/me/topics");
-  EXPECT_FALSE(settings.ShowSettingsOnNew);
-  EXPECT_FALSE(settings.DisplayAsDecimal);
-  EXPECT_TRUE(settings.NormaliseWeights);
-  EXPECT_FALSE(settings.ShowInsight);
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
-            std::vector<int32_t>({120, 240, 11000, 7000}));
-  const testing::ScopedScriptedDialogs dialogs;
-  ASSERT_TRUE(StartUp({}));
-  EXPECT_TRUE(Program().SplitScoreBars);
-  Program().SplitScoreBars = false;
-}
-
-// A window that ended maximised comes up normal; only a hand-set AppMaximized holds for every start.
-TEST(modSettingsMaximised, OnlyAHandSetAppMaximizedBringsTheWindowUpMaximised) {
-  const ScopedRegistryFolder registry;
-  SaveProgramSettings({0, 0, 9000, 6000, true});
+  EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({120, 240, 11000, 7000}));
+  // A window that ended maximised comes up normal; only a hand-set AppMaximized holds for every start.
   EXPECT_FALSE(ReadWindowPlacement(Screen).Maximized);
-  testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"AppMaximized\"=dword:00000001\r\n"));
-  SaveProgramSettings({0, 0, 9000, 6000, false});
-  EXPECT_TRUE(ReadWindowPlacement(Screen).Maximized);
-}
+  {
+    // The start takes the stored settings and goes on after a bad command line with a fresh topic of its own.
+    testing::ScopedScriptedDialogs dialogs;
+    Program().CurrentFileName = "old.tvt";
+    Program().Modified = true;
+    ASSERT_TRUE(StartUp({"a", "b"}));
+    const ProgramState& state = Program();
+    EXPECT_EQ(state.AppTitle, "Tarvelin");
+    EXPECT_EQ(state.LastUsedDir, "/home/me/topics");
+    EXPECT_FALSE(state.ShowSettingsOnNew || state.DisplayAsDecimal || state.ShowInsight);
+    EXPECT_TRUE(state.SplitScoreBars && state.Topic->NormaliseWeights());
+    EXPECT_EQ(state.CurrentFileName, "");
+    EXPECT_FALSE(state.Modified);
+    EXPECT_EQ(state.MaxOptions + state.MaxAttributes, 20);
+    EXPECT_EQ(dialogs->Messages.size(), 1u);
+  }
 
-TEST(modSettingsDamage, AHiveCutInALineReadsAsDefaultsAndIsRewrittenWhole) {
-  const ScopedRegistryFolder registry;
-  SaveProgramSettings({120, 240, 11000, 7000, false});
+  // A hive cut inside a line reads as the defaults.
   const std::string whole = ReadBytes(registry.UserHive());
   testing::WriteBytes(registry.UserHive(), whole.substr(0, whole.find("dword:") + 4));
   ApplicationSettings settings;
@@ -91,9 +82,12 @@ TEST(modSettingsDamage, AHiveCutInALineReadsAsDefaultsAndIsRewrittenWhole) {
   ReadSettings(SettingsStage::StartUp, settings);
   EXPECT_EQ(settings.LastUsedDir, DocumentsFolder());
   EXPECT_FALSE(settings.NormaliseWeights);
-
-  SaveProgramSettings({120, 240, 11000, 7000, false});
+  SaveProgramSettings({120, 240, 11000, 7000, true});
   EXPECT_EQ(ReadBytes(registry.UserHive()), whole);
+
+  testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"AppMaximized\"=dword:00000001\r\n"));
+  SaveProgramSettings({0, 0, 9000, 6000, false});
+  EXPECT_TRUE(ReadWindowPlacement(Screen).Maximized);
 }
 
 // Start-up only reads, so a settings folder that cannot be written changes nothing but the saving, which
@@ -107,34 +101,10 @@ TEST(modSettingsUnwritable, StartUpGoesOnWithDefaults) {
   EXPECT_TRUE(Program().ShowSettingsOnNew && Program().DisplayAsDecimal && Program().ShowInsight);
   EXPECT_FALSE(Program().SplitScoreBars);
   EXPECT_FALSE(Program().Topic->NormaliseWeights());
-  const WindowPlacement placement = ReadWindowPlacement(Screen);
-  EXPECT_EQ(std::vector<int32_t>({placement.Left, placement.Top, placement.Width, placement.Height}),
-            std::vector<int32_t>({9900, 5100, 9000, 6000}));
-  EXPECT_FALSE(placement.Maximized);
+  EXPECT_EQ(Rectangle(ReadWindowPlacement(Screen)), std::vector<int32_t>({9900, 5100, 9000, 6000}));
+  EXPECT_FALSE(ReadWindowPlacement(Screen).Maximized);
   EXPECT_NO_THROW(SaveSettings({1, 2, 3, 4, true}));
   EXPECT_TRUE(dialogs->Messages.empty());
-}
-
-TEST(modSettingsUninstall, RemovesOnlyTheProgramsKeysInBothHives) {
-  const ScopedRegistryFolder registry;
-  RemoveSettings();
-  EXPECT_FALSE(std::filesystem::exists(registry.Folder())) << "no settings, no files";
-  constexpr ERegistryClassKey User = ERegistryClassKey::CurrentUser, Machine = ERegistryClassKey::LocalMachine;
-  for (const auto hive : {User, Machine}) {
-    SetRegistryText(hive, SettingsKey, "LastUsedDir", "/x");
-    SetRegistryText(hive, "Software\\Unrelated", "Kept", "yes");
-  }
-  SetRegistryText(User, "Software\\Pelvora\\Other", "Kept", "yes");
-
-  RemoveSettings();
-
-  EXPECT_FALSE(RegistryKeyExists(User, SettingsKey));
-  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Pelvora\\Other"));
-  EXPECT_FALSE(RegistryKeyExists(Machine, SettingsKey));
-  EXPECT_FALSE(RegistryKeyExists(Machine, VendorKey));
-  EXPECT_TRUE(RegistryKeyExists(Machine, "Software"));
-  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Unrelated"));
-  EXPECT_TRUE(RegistryKeyExists(Machine, "Software\\Unrelated"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "startup/RegistryTestFolder.h"
@@ -29,14 +30,12 @@ struct CommandLine {
 class modStartupCommandLine : public ::testing::TestWithParam<CommandLine> {
  protected:
   void SetUp() override {
-    for (const char* name : {"topic.tvt", "with blank.tvt", "UPPER.TVT", "nodot"}) {
-      testing::WriteBytes(folder_.File(name), "");
-    }
     // Windows cannot hold a "?" or a line break in a name; there the odd names are refused with no file behind
     // them.
-    if (NativePathStyle == PathStyle::Posix) {
-      testing::WriteBytes(folder_.File("odd?.tvt"), "");
-      testing::WriteBytes(folder_.File("line\nbreak.tvt"), "");
+    for (const std::string name : {"topic file.tvt", "UPPER.TVT", "nodot", "odd?.tvt", "line\nbreak.tvt"}) {
+      if (NativePathStyle == PathStyle::Posix || name.find_first_of("?\n") == std::string::npos) {
+        testing::WriteBytes(folder_.File(name), "");
+      }
     }
     std::filesystem::create_directory(folder_.File("folder.tvt"));
     std::filesystem::current_path(folder_.Path());
@@ -56,10 +55,9 @@ TEST_P(modStartupCommandLine, IsInterpretedAndReported) {
     GTEST_SKIP() << "Windows resolves a relative name against the program's folder";
   }
   ScopedScriptedDialogs dialogs;
-  std::vector<std::string> arguments;
-  for (const std::string& argument : GetParam().Arguments) {
-    arguments.push_back(Expand(argument));
-  }
+  std::vector<std::string> arguments = GetParam().Arguments;
+  std::transform(arguments.begin(), arguments.end(), arguments.begin(),
+                 [&](auto& Argument) { return Expand(Argument); });
   Program().FileToOpen = "left over";
   InterpretCommandLine(arguments);
 
@@ -79,22 +77,21 @@ TEST_P(modStartupCommandLine, IsInterpretedAndReported) {
 
 INSTANTIATE_TEST_SUITE_P(
     Arguments, modStartupCommandLine,
-    ::testing::Values(CommandLine{"Nothing", {}, ""}, CommandLine{"TopicFile", {"@/topic.tvt"}, "", "@/topic.tvt"},
-                      CommandLine{"PathWithBlank", {"@/with blank.tvt"}, "", "@/with blank.tvt"},
-                      CommandLine{"NameWithANewLine", {"line\nbreak.tvt"}, "", "@/line\nbreak.tvt", false, true},
-                      CommandLine{"RelativeToTheCurrentFolder", {"./topic.tvt"}, "", "@/topic.tvt", false, true},
-                      CommandLine{"RelativeAndMissing", {"missing.tvt"}, "File does not exist: missing.tvt"},
-                      CommandLine{"Folder", {"folder.tvt"}, "File does not exist: folder.tvt"},
-                      CommandLine{"SwitchInMixedCase", {"/UnInstall"}, "", "", true},
-                      CommandLine{"PrintVerb", {"/p", "@/topic.tvt"}, "Invalid number of command line arguments!"},
-                      CommandLine{"UpperCaseExtension", {"@/UPPER.TVT"}, "Unrecognised file type: @/UPPER.TVT"},
-                      CommandLine{"NoDot", {"nodot"}, "Unrecognised file type: nodot"},
-                      CommandLine{"QuestionMarkBeforeExistence", {"@/odd?.tvt"}, "Invalid filename: @/odd?.tvt"},
-                      CommandLine{
-                          "OtherSwitch",
-                          {"/n"},
-                          // A slash is the separator on POSIX; on Windows it is reserved.
-                          NativePathStyle == PathStyle::Posix ? "File does not exist: /n" : "Invalid filename: /n"}),
+    ::testing::Values(
+        CommandLine{"Nothing", {}, ""}, CommandLine{"TopicFile", {"@/topic file.tvt"}, "", "@/topic file.tvt"},
+        CommandLine{"NameWithANewLine", {"line\nbreak.tvt"}, "", "@/line\nbreak.tvt", false, true},
+        CommandLine{"RelativeToTheCurrentFolder", {"./topic file.tvt"}, "", "@/topic file.tvt", false, true},
+        CommandLine{"RelativeAndMissing", {"missing.tvt"}, "File does not exist: missing.tvt"},
+        CommandLine{"Folder", {"folder.tvt"}, "File does not exist: folder.tvt"},
+        CommandLine{"SwitchInMixedCase", {"/UnInstall"}, "", "", true},
+        CommandLine{"PrintVerb", {"/p", "@/topic file.tvt"}, "Invalid number of command line arguments!"},
+        CommandLine{"UpperCaseExtension", {"@/UPPER.TVT"}, "Unrecognised file type: @/UPPER.TVT"},
+        CommandLine{"NoDot", {"nodot"}, "Unrecognised file type: nodot"},
+        CommandLine{"QuestionMarkBeforeExistence", {"@/odd?.tvt"}, "Invalid filename: @/odd?.tvt"},
+        CommandLine{"OtherSwitch",
+                    {"/n"},
+                    // A slash is the separator on POSIX; on Windows it is reserved.
+                    NativePathStyle == PathStyle::Posix ? "File does not exist: /n" : "Invalid filename: /n"}),
     [](const auto& Info) { return std::string(Info.param.Case); });
 
 TEST(modStartupInformation, AnswersHelpAndVersionAloneAndNothingElse) {
@@ -107,50 +104,29 @@ TEST(modStartupInformation, AnswersHelpAndVersionAloneAndNothingElse) {
 }
 
 TEST(modStartupArguments, WindowsCommandLineLosesTheProgramNameAndKeepsQuotedBlanks) {
-  const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
-      {"\"C:\\Program Files\\tarvelin.exe\" \"C:\\My Topics\\a.tvt\"", {"C:\\My Topics\\a.tvt"}},
-      {"tarvelin.exe /p \"a b.tvt\"", {"/p", "a b.tvt"}},
-      {"tarvelin.exe\t/uninstall", {"/uninstall"}},
-      {"\"tarvelin.exe\"", {}},
-      {"tarvelin.exe", {}},
-  };
-  for (const auto& [commandLine, expected] : cases) {
-    EXPECT_EQ(SplitCommandLine(CommandLineAfterProgramName(commandLine)), expected) << commandLine;
-  }
-}
-
-// The defaults themselves are the settings' own tests; here the start must take them, or the stored ones, and
-// go on after a bad command line with a fresh topic of its own.
-TEST(modStartupRun, TakesTheStoredSettingsAndStartsAFreshTopicAfterABadCommandLine) {
-  const ScopedRegistryFolder registry;
-  testing::WriteHiveFile(registry.UserHive(), testing::SettingsHiveText("\"LastUsedDir\"=\"/data\"\r\n"
-                                                                        "\"ShowSettingsOnNew\"=dword:00000000\r\n"
-                                                                        "\"DisplayAsDecimal\"=dword:00000000\r\n"
-                                                                        "\"NormaliseWeights\"=dword:00000001\r\n"
-                                                                        "\"ShowInsight\"=dword:00000000\r\n"));
-  ScopedScriptedDialogs dialogs;
-  Program().CurrentFileName = "old.tvt";
-  Program().Modified = true;
-  EXPECT_TRUE(StartUp({"a", "b"}));
-  const ProgramState& state = Program();
-  EXPECT_EQ(state.AppTitle, "Tarvelin");
-  EXPECT_EQ(state.LastUsedDir, "/data");
-  EXPECT_FALSE(state.ShowSettingsOnNew || state.DisplayAsDecimal || state.ShowInsight);
-  EXPECT_TRUE(state.Topic->NormaliseWeights());
-  EXPECT_EQ(state.CurrentFileName, "");
-  EXPECT_FALSE(state.Modified);
-  EXPECT_EQ(state.MaxOptions + state.MaxAttributes, 20);
-  EXPECT_EQ(dialogs->Messages.size(), 1u);
+  const auto arguments = [](std::string_view Line) { return SplitCommandLine(CommandLineAfterProgramName(Line)); };
+  EXPECT_EQ(arguments("\"C:\\Program Files\\tarvelin.exe\" \"C:\\My Topics\\a.tvt\""),
+            std::vector<std::string>{"C:\\My Topics\\a.tvt"});
+  EXPECT_EQ(arguments("tarvelin.exe /p \"a b.tvt\""), (std::vector<std::string>{"/p", "a b.tvt"}));
+  EXPECT_EQ(arguments("tarvelin.exe\t/uninstall"), std::vector<std::string>{"/uninstall"});
+  EXPECT_TRUE(arguments("\"tarvelin.exe\"").empty() && arguments("tarvelin.exe").empty());
 }
 
 class modStartupUninstall : public ::testing::TestWithParam<MsgResult> {};
 
-TEST_P(modStartupUninstall, AsksAndEndsWithoutAWindow) {
+// Uninstalling asks and ends without a window. It removes the program's key in both hives and the vendor's
+// where nothing else is left under it, never another program's keys.
+TEST_P(modStartupUninstall, AsksThenRemovesOnlyTheProgramsKeys) {
   const ScopedRegistryFolder registry;
-  SetRegistryText(ERegistryClassKey::CurrentUser, SettingsKey, "LastUsedDir", "/data");
-  SetRegistryText(ERegistryClassKey::LocalMachine, SettingsKey, "LastUsedDir", "/data");
+  RemoveSettings();
+  EXPECT_FALSE(std::filesystem::exists(registry.Folder())) << "no settings, no files";
+  constexpr ERegistryClassKey User = ERegistryClassKey::CurrentUser, Machine = ERegistryClassKey::LocalMachine;
+  for (const auto hive : {User, Machine}) {
+    SetRegistryText(hive, SettingsKey, "LastUsedDir", "/data");
+    SetRegistryText(hive, "Software\\Unrelated", "Kept", "yes");
+  }
+  SetRegistryText(User, "Software\\Pelvora\\Other", "Kept", "yes");
   const std::string userHive = ReadBytes(registry.UserHive());
-  const std::string machineHive = ReadBytes(registry.MachineHive());
   ScopedScriptedDialogs dialogs;
   dialogs->Answers.push_back(GetParam());
 
@@ -158,11 +134,13 @@ TEST_P(modStartupUninstall, AsksAndEndsWithoutAWindow) {
 
   ASSERT_EQ(dialogs->Messages.size(), 1u);
   EXPECT_EQ(dialogs->Messages[0].Buttons, MsgButtons::YesNo);
-  const bool removed = GetParam() == MsgResult::Yes;
-  EXPECT_EQ(ReadBytes(registry.UserHive()) == userHive, !removed);
-  EXPECT_EQ(ReadBytes(registry.MachineHive()) == machineHive, !removed);
-  EXPECT_EQ(RegistryKeyExists(ERegistryClassKey::CurrentUser, VendorKey), !removed);
-  EXPECT_EQ(RegistryKeyExists(ERegistryClassKey::LocalMachine, VendorKey), !removed);
+  const bool kept = GetParam() == MsgResult::No;
+  EXPECT_EQ(ReadBytes(registry.UserHive()) == userHive, kept);
+  EXPECT_EQ(RegistryKeyExists(User, SettingsKey), kept);
+  EXPECT_EQ(RegistryKeyExists(Machine, SettingsKey), kept);
+  EXPECT_EQ(RegistryKeyExists(Machine, VendorKey), kept);
+  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Pelvora\\Other"));
+  EXPECT_TRUE(RegistryKeyExists(User, "Software\\Unrelated") && RegistryKeyExists(Machine, "Software\\Unrelated"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, modStartupUninstall, ::testing::Values(MsgResult::Yes, MsgResult::No),
