@@ -57,8 +57,10 @@ void Click(const QWidget& Dialog, const QString& Name) {
   QTest::mouseClick(Reveal(Dialog, Name), Qt::LeftButton);
 }
 
-bool Checked(const QWidget& Dialog, const QString& Name) {
-  return Find<QAbstractButton>(Dialog, Name)->isChecked();
+void ClickAll(const QWidget& Dialog, const QStringList& Names) {
+  for (const QString& name : Names) {
+    Click(Dialog, name);
+  }
 }
 
 // Puts the focus in the field, replaces its text by typing and, when Leave, tabs on to the next control.
@@ -93,17 +95,11 @@ class frmOptionsTest final : public QObject {
 
  private slots:
   void init() {
-    ProgramState& program = Program();
-    program.Topic = std::make_unique<TarvelinTopic>();
-    program.Topic->SetName("Holiday");
-    program.Topic->SetTotalOptions(3);
-    program.Topic->SetTotalAttributes(2);
-    program.Modified = false;
-    program.IsLoading = false;
-    program.DisplayAsDecimal = true;
-    program.ShowSettingsOnNew = true;
-    program.ShowInsight = true;
-    program.SplitScoreBars = false;
+    Program() = ProgramState();
+    Program().Topic = std::make_unique<TarvelinTopic>();
+    Program().Topic->SetName("Holiday");
+    Program().Topic->SetTotalOptions(3);
+    Program().Topic->SetTotalAttributes(2);
   }
   void cleanupTestCase() { Program() = ProgramState(); }
 
@@ -132,19 +128,16 @@ class frmOptionsTest final : public QObject {
     TypeInto(*dialog, field, typed);
     QCOMPARE(Find<QLineEdit>(*dialog, field)->text(), shown);
     QCOMPARE(State(), Initial);
-    dialog.reset();
     dialog = Open(true);
     TypeInto(*dialog, field, typed, false);
     QTest::keyClick(Find(*dialog, field), Qt::Key_Escape);
-    QCOMPARE(dialog->Outcome().Result, Result::Applied);
-    const QString title = field == "txtTitle" ? shown : "Holiday";
-    const QString options = field == "txtOptionCount" ? shown : "3";
-    const QString attributes = field == "txtAttributeCount" ? shown : "2";
-    const bool countsChanged = options != "3" || attributes != "2";
+    QStringList expected{"Holiday", "3", "2"};
+    expected[QStringList{"txtTitle", "txtOptionCount", "txtAttributeCount"}.indexOf(field)] = shown;
+    const bool countsChanged = expected[1] != "3" || expected[2] != "2";
     QCOMPARE(dialog->Outcome().CountsChanged, countsChanged);
-    const bool modified = countsChanged || title != "Holiday";
+    const bool modified = countsChanged || expected[0] != "Holiday";
     QCOMPARE(State(), QString("%1 %2x%3 positive plain decimals show %4")
-                          .arg(title, options, attributes, modified ? "modified" : "unmodified"));
+                          .arg(expected[0], expected[1], expected[2], modified ? "modified" : "unmodified"));
   }
 
   // Entering by mouse puts the cursor where the click landed; the selection must come after that.
@@ -157,29 +150,20 @@ class frmOptionsTest final : public QObject {
     QCOMPARE(field->text(), QString("5"));
   }
 
-  // The controls show every setting as it is, OK without edits keeps it, and a click on each choice's label
-  // acts as a click on the choice.
-  void okKeepsEveryStateAndLabelsActAsTheirControls() {
+  // The controls show every setting as it is, so OK without edits keeps it; a label clicked turns it back.
+  void okKeepsEveryStateAndLabelsTurnSettingsBack() {
     for (const bool flags : {false, true}) {
       Program().Topic->SetInvertWeights(flags);
       Program().Topic->SetNormaliseWeights(flags);
-      Program().DisplayAsDecimal = flags;
+      Program().DisplayAsDecimal = !flags;
       Program().ShowSettingsOnNew = flags;
       Program().ShowInsight = flags;
       const QString before = State();
-      const auto dialog = Open(false);
-      QCOMPARE(Checked(*dialog, "optWeightingType_0"), flags);  // "Negative Attributes"
-      QCOMPARE(Checked(*dialog, "optRange_0"), flags);          // "Decimals"
-      Click(*dialog, "btnOk");
-      QCOMPARE(dialog->Outcome().Result, Result::Applied);
+      Click(*Open(false), "btnOk");
       QCOMPARE(State(), before);
     }
-    Program().DisplayAsDecimal = false;
     const auto dialog = Open(false);
-    for (const char* label : {"lblWeightingType_1", "lblNormaliseWeights", "lblRange_0", "lblShowSettingsOnNew"}) {
-      Click(*dialog, label);
-    }
-    QVERIFY(!Checked(*dialog, "optWeightingType_0") && !Checked(*dialog, "optRange_1"));
+    ClickAll(*dialog, {"lblWeightingType_1", "lblNormaliseWeights", "lblRange_0", "lblShowSettingsOnNew"});
     Click(*dialog, "btnOk");
     QCOMPARE(State(), "Holiday 3x2 positive plain decimals quiet modified");
   }
@@ -198,14 +182,11 @@ class frmOptionsTest final : public QObject {
   void okAppliesEachChoiceAndMarksOnlySavedOnesModified() {
     QFETCH(QString, label);
     const auto dialog = Open(false);
-    Click(*dialog, label);
-    Click(*dialog, "btnOk");
+    ClickAll(*dialog, {label, "btnOk"});
     QCOMPARE(dialog->Outcome().Result, Result::Applied);
-    QVERIFY(!dialog->Outcome().CountsChanged);
+    QVERIFY(!dialog->Outcome().CountsChanged && !dialog->isVisible() && !HooksSet());
     QTEST(State(), "state");
     QCOMPARE(Program().SplitScoreBars, label == "lblSplitScoreBars");
-    QVERIFY(!dialog->isVisible());
-    QVERIFY(!HooksSet());
   }
 
   // Escape and the close box confirm a new topic's settings but cancel a change of settings, as Cancel does.
@@ -223,9 +204,7 @@ class frmOptionsTest final : public QObject {
     QFETCH(QString, how);
     const auto dialog = Open(forNewTopic);
     TypeInto(*dialog, "txtOptionCount", "6");
-    for (const char* label : {"lblWeightingType_0", "lblNormaliseWeights", "lblRange_1", "lblShowSettingsOnNew"}) {
-      Click(*dialog, label);
-    }
+    ClickAll(*dialog, {"lblWeightingType_0", "lblNormaliseWeights", "lblRange_1", "lblShowSettingsOnNew"});
     TypeInto(*dialog, "txtTitle", "Trip", false);
     if (how == "close box") {
       dialog->close();
@@ -235,8 +214,7 @@ class frmOptionsTest final : public QObject {
       QCOMPARE(Find<QAbstractButton>(*dialog, how)->text(), QString("Cancel"));
       Click(*dialog, how);
     }
-    QVERIFY(!dialog->isVisible());
-    QVERIFY(!HooksSet());
+    QVERIFY(!dialog->isVisible() && !HooksSet());
     QCOMPARE(dialog->Outcome().Result, forNewTopic ? Result::Applied : Result::Cancelled);
     QCOMPARE(State(), forNewTopic ? "Trip 6x2 negative normalised percentages quiet modified" : Initial);
   }
@@ -285,7 +263,7 @@ class frmOptionsTest final : public QObject {
     QCOMPARE(HooksSet(), !loads);
     if (loads) {
       QCOMPARE(dialog->Outcome().Result, Result::TopicLoaded);
-      QCOMPARE(dialog->Outcome().CountsChanged, false);
+      QVERIFY(!dialog->Outcome().CountsChanged);
       QCOMPARE(State(), "Loaded 4x1 positive plain decimals show unmodified");
       return;
     }
@@ -308,8 +286,7 @@ class frmOptionsTest final : public QObject {
     });
     QTimer::singleShot(10000, &dialog, [&dialog] { dialog.done(QDialog::Rejected); });  // rather fail than hang
     QCOMPARE(dialog.ShowModal().Result, Result::Applied);
-    QVERIFY(!dialog.isVisible());
-    QVERIFY(!HooksSet());
+    QVERIFY(!dialog.isVisible() && !HooksSet());
   }
 };
 
