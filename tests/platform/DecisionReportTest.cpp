@@ -5,7 +5,6 @@
 #include <QTest>
 #include <QTextDocument>
 #include <string>
-#include <tuple>
 
 #include "gui_support/GuiTestRegistry.h"
 #include "mainwindow/modDisplay.h"
@@ -52,14 +51,11 @@ QList<QImage> Pictures(const QString& Html) {
   return pictures;
 }
 
-// A poppler tool's output (scripts/install-deps installs them); empty when it failed.
-QString Poppler(const char* Tool, const std::string& File) {
-  QStringList arguments{QString::fromStdString(File)};
-  if (Tool == std::string("pdftotext")) {
-    arguments << "-";
-  }
+// The text of a PDF file as the poppler tools read it (scripts/install-deps installs them), a form feed
+// after each page; empty when it could not be read.
+QString PdfText(const std::string& File) {
   QProcess process;
-  process.start(Tool, arguments);
+  process.start("pdftotext", {QString::fromStdString(File), "-"});
   process.waitForFinished();
   return process.exitCode() == 0 ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
 }
@@ -80,14 +76,12 @@ class DecisionReportTest final : public QObject {
     QFETCH(bool, decimal);
     const TarvelinTopic topic = FullTopic();
     const std::string pdf = DecisionReport(topic, ReportFormat::Pdf, DisplayFormat(decimal), QDate(2026, 11, 23));
-    QVERIFY(pdf.starts_with("%PDF-"));
     testing::TempFolder folder;
     testing::WriteBytes(folder.File("report.pdf"), pdf);
-    QVERIFY(QRegularExpression("^Pages:\\s+1$", QRegularExpression::MultilineOption)
-                .match(Poppler("pdfinfo", folder.File("report.pdf")))
-                .hasMatch());
+    const QString read = PdfText(folder.File("report.pdf"));
+    QCOMPARE(read.count('\f'), 1);
     // A name wrapped in a narrow column still reads as one once the spacing is evened out.
-    const QString text = Poppler("pdftotext", folder.File("report.pdf")).simplified();
+    const QString text = read.simplified();
     QVERIFY(text.contains("Which car to buy next spring") && text.contains("23 November 2026"));
     for (int16_t i = 0; i < 10; ++i) {
       for (const std::string& shown :
@@ -124,9 +118,10 @@ class DecisionReportTest final : public QObject {
     TarvelinTopic topic;
     topic.SetTotalOptions(2);
     topic.SetTotalAttributes(2);
-    for (const auto& [option, attribute, rating] : {std::tuple{0, 0, 0.0}, {0, 1, 0.2}, {1, 0, 1.0}, {1, 1, 0.5}}) {
-      topic.SetRating(static_cast<int16_t>(option), static_cast<int16_t>(attribute), rating);
-    }
+    topic.SetRating(0, 0, 0.0);
+    topic.SetRating(0, 1, 0.2);
+    topic.SetRating(1, 0, 1.0);
+    topic.SetRating(1, 1, 0.5);
     // Option 1 scores 0.5 + 0.25, option 0 scores 0 + 0.1.
     const QList<QImage> bars = Pictures(Report(topic, ReportFormat::Html));
     QCOMPARE(bars.size(), 2);

@@ -150,43 +150,43 @@ class frmOptionsTest final : public QObject {
     QCOMPARE(field->text(), QString("5"));
   }
 
-  // The controls show every setting as it is, so OK without edits keeps it; a label clicked turns it back.
-  void okKeepsEveryStateAndLabelsTurnSettingsBack() {
-    for (const bool flags : {false, true}) {
-      Program().Topic->SetInvertWeights(flags);
-      Program().Topic->SetNormaliseWeights(flags);
-      Program().DisplayAsDecimal = !flags;
-      Program().ShowSettingsOnNew = flags;
-      Program().ShowInsight = flags;
-      const QString before = State();
-      Click(*Open(false), "btnOk");
-      QCOMPARE(State(), before);
-    }
-    const auto dialog = Open(false);
-    ClickAll(*dialog, {"lblWeightingType_1", "lblNormaliseWeights", "lblRange_0", "lblShowSettingsOnNew"});
-    Click(*dialog, "btnOk");
-    QCOMPARE(State(), "Holiday 3x2 positive plain decimals quiet modified");
-  }
-
-  // Only what the topic file keeps marks the topic as changed (the fields' rows above cover the title and counts).
-  void okAppliesEachChoiceAndMarksOnlySavedOnesModified_data() {
-    QTest::addColumn<QString>("label");
+  // The controls show every setting as it is, so OK without a click keeps it; each label clicks its choice, and
+  // only what the topic file keeps marks the topic as changed (the fields' rows above cover the title and counts).
+  void okAppliesTheChoicesAndMarksOnlySavedOnesModified_data() {
+    QTest::addColumn<bool>("turned");  // every setting starts the other way from a new program's
+    QTest::addColumn<QStringList>("labels");
     QTest::addColumn<QString>("state");
-    AddRow("weighting type", "lblWeightingType_0", "Holiday 3x2 negative plain decimals show modified");
-    AddRow("normalisation", "lblNormaliseWeights", "Holiday 3x2 positive normalised decimals show unmodified");
-    AddRow("percentages", "lblRange_1", "Holiday 3x2 positive plain percentages show unmodified");
-    AddRow("show on new", "lblShowSettingsOnNew", "Holiday 3x2 positive plain decimals quiet unmodified");
-    AddRow("insight", "lblShowInsight", "Holiday 3x2 positive plain decimals show without insight unmodified");
-    AddRow("split score bars", "lblSplitScoreBars", Initial);
+    const QString turned = "Holiday 3x2 negative normalised percentages quiet without insight unmodified";
+    AddRow("nothing clicked", false, QStringList{}, Initial);
+    AddRow("nothing clicked, all turned", true, QStringList{}, turned);
+    AddRow("weighting type", false, QStringList{"lblWeightingType_0"},
+           "Holiday 3x2 negative plain decimals show modified");
+    AddRow("normalisation", false, QStringList{"lblNormaliseWeights"},
+           "Holiday 3x2 positive normalised decimals show unmodified");
+    AddRow("percentages", false, QStringList{"lblRange_1"}, "Holiday 3x2 positive plain percentages show unmodified");
+    AddRow("show on new", false, QStringList{"lblShowSettingsOnNew"},
+           "Holiday 3x2 positive plain decimals quiet unmodified");
+    AddRow("insight", false, QStringList{"lblShowInsight"},
+           "Holiday 3x2 positive plain decimals show without insight unmodified");
+    AddRow("split score bars", false, QStringList{"lblSplitScoreBars"}, Initial);
+    AddRow("all turned back", true,
+           QStringList{"lblWeightingType_1", "lblNormaliseWeights", "lblRange_0", "lblShowSettingsOnNew",
+                       "lblShowInsight", "lblSplitScoreBars"},
+           "Holiday 3x2 positive plain decimals show modified");
   }
-  void okAppliesEachChoiceAndMarksOnlySavedOnesModified() {
-    QFETCH(QString, label);
+  void okAppliesTheChoicesAndMarksOnlySavedOnesModified() {
+    QFETCH(bool, turned);
+    QFETCH(QStringList, labels);
+    Program().Topic->SetInvertWeights(turned);
+    Program().Topic->SetNormaliseWeights(turned);
+    Program().DisplayAsDecimal = Program().ShowSettingsOnNew = Program().ShowInsight = !turned;
+    Program().SplitScoreBars = turned;
     const auto dialog = Open(false);
-    ClickAll(*dialog, {label, "btnOk"});
+    ClickAll(*dialog, labels << "btnOk");
     QCOMPARE(dialog->Outcome().Result, Result::Applied);
     QVERIFY(!dialog->Outcome().CountsChanged && !dialog->isVisible() && !HooksSet());
     QTEST(State(), "state");
-    QCOMPARE(Program().SplitScoreBars, label == "lblSplitScoreBars");
+    QCOMPARE(Program().SplitScoreBars, turned != labels.contains("lblSplitScoreBars"));
   }
 
   // Escape and the close box confirm a new topic's settings but cancel a change of settings, as Cancel does.

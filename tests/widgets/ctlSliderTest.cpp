@@ -153,28 +153,25 @@ class ctlSliderTest final : public QObject {
     QCOMPARE(bar.pixelColor(bar.width() * 3 / 4, bar.height() / 2), QColor(255, 255, 255));
   }
 
-  // A split bar shares its filled length out in proportion, whatever the sizes add up to.
-  void splitBarSharesTheFilledLengthBySize_data() {
-    QTest::addColumn<std::vector<double>>("sizes");
-    QTest::addColumn<int>("position");
-    QTest::newRow("three segments") << std::vector<double>{0.2, 0.1, 0.3} << 60;
-    QTest::newRow("an empty segment between two") << std::vector<double>{0.3, 0.0, 0.3} << 60;
-    QTest::newRow("slivers beside a long one") << std::vector<double>{0.004, 0.9, 0.003, 0.002} << 91;
-    QTest::newRow("the whole track") << std::vector<double>{0.5, 0.5} << 100;
-    QTest::newRow("every size zero") << std::vector<double>{0.0, 0.0} << 40;
-  }
+  // A split bar shares its filled length out in proportion, whatever the sizes add up to: with an empty segment
+  // between two, slivers beside a long one, over the whole track, and with every size zero.
   void splitBarSharesTheFilledLengthBySize() {
-    QFETCH(std::vector<double>, sizes);
-    QFETCH(int, position);
     slider_->SetReadOnly(true);
-    slider_->SetValue(position);
-    std::vector<ctlSlider::Segment> segments;
-    for (size_t i = 0; i < sizes.size(); ++i) {
-      segments.emplace_back(sizes[i], Palette::AttributeColour(static_cast<int>(i)));
+    const std::pair<std::vector<double>, int> bars[] = {{{0.2, 0.1, 0.3}, 60},
+                                                        {{0.3, 0.0, 0.3}, 60},
+                                                        {{0.004, 0.9, 0.003, 0.002}, 91},
+                                                        {{0.5, 0.5}, 100},
+                                                        {{0.0, 0.0}, 40}};
+    for (const auto& [sizes, position] : bars) {
+      slider_->SetValue(position);
+      std::vector<ctlSlider::Segment> segments;
+      for (size_t i = 0; i < sizes.size(); ++i) {
+        segments.emplace_back(sizes[i], Palette::AttributeColour(static_cast<int>(i)));
+      }
+      slider_->SetSegments(segments);
+      const QString fault = testing::SplitBarFault(*slider_);
+      QVERIFY2(fault.isEmpty(), qPrintable(fault));
     }
-    slider_->SetSegments(segments);
-    const QString fault = testing::SplitBarFault(*slider_);
-    QVERIFY2(fault.isEmpty(), qPrintable(fault));
   }
 
  private:
