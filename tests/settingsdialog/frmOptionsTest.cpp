@@ -236,8 +236,7 @@ class frmOptionsTest final : public QObject {
     QFETCH(bool, loads);
     int calls = 0;
     bool hiddenMeanwhile = false;
-    std::unique_ptr<frmOptions> dialog;
-    dialog = Open(true, [&] {
+    const std::unique_ptr<frmOptions> dialog = Open(true, [&] {
       ++calls;
       if (hides) {
         Program().SettingsDialogHide();

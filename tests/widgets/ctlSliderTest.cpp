@@ -66,8 +66,6 @@ Input Wheel(std::vector<int> Angles) {
 
 }  // namespace
 
-Q_DECLARE_METATYPE(Input)
-
 // The slider control driven by real mouse, wheel and key events.
 class ctlSliderTest final : public QObject {
   Q_OBJECT
