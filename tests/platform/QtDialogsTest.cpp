@@ -94,7 +94,7 @@ class QtDialogsTest final : public QObject {
     QTest::addColumn<QString>("selectedFilter");
     QTest::addColumn<QFileDialog::FileMode>("fileMode");
     QTest::addColumn<bool>("confirmsOverwrite");
-    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("typed");  // in place of a proposed name
     AddRow("save topic", QFileDialog::AcceptSave, 0x208802u, 1, "Tarvelin Topic (*.tvt)", QFileDialog::AnyFile, true,
            "car");
     AddRow("save without prompt", QFileDialog::AcceptSave, 0x800u, 3, "Screenshot - JPG Image (*.jpg)",
@@ -111,13 +111,16 @@ class QtDialogsTest final : public QObject {
     QFETCH(QString, typed);
     const testing::TempFolder folder;
     QFileDialog dialog;
-    ConfigureFileDialog(dialog, {SaveFilter, filterIndex, flags, folder.Path().string(), "Holiday"}, mode);
+    const std::string proposed = typed.isEmpty() ? "Holiday" : "";
+    ConfigureFileDialog(dialog, {SaveFilter, filterIndex, flags, folder.Path().string(), proposed}, mode);
+    QCOMPARE(dialog.acceptMode(), mode);
     QTEST(dialog.selectedNameFilter(), "selectedFilter");
     QTEST(dialog.fileMode(), "fileMode");
     QTEST(!dialog.testOption(QFileDialog::DontConfirmOverwrite), "confirmsOverwrite");
     QCOMPARE(dialog.directory().absolutePath(), Dir(folder).absolutePath());
-    QCOMPARE(dialog.selectedFiles(), QStringList{Dir(folder).filePath("Holiday")});
-    if (!typed.isEmpty()) {
+    if (typed.isEmpty()) {
+      QCOMPARE(dialog.selectedFiles(), QStringList{Dir(folder).filePath("Holiday")});
+    } else {
       dialog.show();
       QVERIFY(QTest::qWaitForWindowExposed(&dialog));
       auto* nameEdit = dialog.findChild<QLineEdit*>("fileNameEdit");
