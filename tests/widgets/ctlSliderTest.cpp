@@ -91,7 +91,7 @@ class ctlSliderTest final : public QObject {
     AddRow("click 37 percent along", false, 60, ClickAt(0.37), 37, 1, 1);
     AddRow("click at the end", false, 60, ClickAt(1.0), 100, 1, 1);
     AddRow("click left of the track", false, 60, ClickAt(-0.04), 0, 1, 1);
-    AddRow("drag follows until released", false, 0, Input(Drag), 100, 3, 3);
+    AddRow("drag beyond the end", false, 0, Input(Drag), 100, 3, 3);
     AddRow("left", false, 50, Key(Qt::Key_Left), 49, 1, 1);
     AddRow("right", false, 50, Key(Qt::Key_Right), 51, 1, 1);
     AddRow("page down", false, 50, Key(Qt::Key_PageDown), 40, 1, 1);
