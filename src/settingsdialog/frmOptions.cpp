@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QRadioButton>
 #include <QStackedWidget>
 #include <QTimer>
@@ -17,6 +16,7 @@
 #include <algorithm>
 
 #include "settingsdialog/modOptionRules.h"
+#include "settingsdialog/modOptionsTabs.h"
 #include "startup/modStartup.h"
 #include "widgets/GraphicalButton.h"
 #include "widgets/Palette.h"
@@ -30,31 +30,11 @@ constexpr int FontPointSize = 10;
 constexpr int CountFieldWidth = 56;
 constexpr int TitleFieldWidth = 260;
 constexpr int MinimumButtonWidth = 96;
-constexpr qreal TabCornerRadius = 6;
-constexpr int UnselectedTabDrop = 3;  // unselected tabs stand a little lower than the selected one
-
-const QColor UnselectedTabFill(224, 236, 248);
-const QColor HoveredTabFill(241, 248, 254);
-const QColor SelectedTabText(0, 0, 0);
-const QColor UnselectedTabText(72, 84, 100);
 
 QFont BoldFont(QFont Font, int PointSize) {
   Font.setBold(true);
   Font.setPointSize(PointSize);
   return Font;
-}
-
-// The outline of a tab: its two sides and its rounded top, open at the bottom where it meets the page.
-QPainterPath TabOutline(const QRectF& Box) {
-  const qreal diameter = 2 * TabCornerRadius;
-  QPainterPath outline;
-  outline.moveTo(Box.bottomLeft());
-  outline.lineTo(Box.left(), Box.top() + TabCornerRadius);
-  outline.arcTo(QRectF(Box.left(), Box.top(), diameter, diameter), 180, -90);
-  outline.lineTo(Box.right() - TabCornerRadius, Box.top());
-  outline.arcTo(QRectF(Box.right() - diameter, Box.top(), diameter, diameter), 90, -90);
-  outline.lineTo(Box.bottomRight());
-  return outline;
 }
 
 }  // namespace
@@ -471,7 +451,7 @@ void frmOptions::SelectTab(int Index) {
   pages_->setCurrentIndex(Index);
   for (int index = 0; index < TabCount; ++index) {
     QPalette colours = lblTabText[index]->palette();
-    colours.setColor(QPalette::WindowText, index == Index ? SelectedTabText : UnselectedTabText);
+    colours.setColor(QPalette::WindowText, TabCaptionColour(index == Index));
     lblTabText[index]->setPalette(colours);
   }
   update();
@@ -486,19 +466,6 @@ QRect frmOptions::PanelRect() const {
   return picPageFrame->geometry();
 }
 
-void frmOptions::PaintTab(QPainter& Painter, int Index) const {
-  const bool selected = Index == pages_->currentIndex();
-  // The selected tab reaches one pixel further down, over the page's border, so that it opens into the page.
-  const QRectF box =
-      QRectF(TabRect(Index)).adjusted(0.5, selected ? 0.5 : UnselectedTabDrop + 0.5, -0.5, selected ? 1 : 0);
-  const QPainterPath outline = TabOutline(box);
-  const QColor fill = selected               ? ColourFromColorref(Palette::PanelFirst)
-                      : Index == hoveredTab_ ? HoveredTabFill
-                                             : UnselectedTabFill;
-  Painter.fillPath(outline, fill);
-  Painter.strokePath(outline, QPen(ColourFromColorref(Palette::PanelBorder), 1));
-}
-
 void frmOptions::paintEvent(QPaintEvent*) {
   const QRect panel = PanelRect();
   const qreal ratio = devicePixelRatioF();
@@ -511,12 +478,13 @@ void frmOptions::paintEvent(QPaintEvent*) {
   painter.drawImage(QPoint(0, 0), decoration_);
   painter.setRenderHint(QPainter::Antialiasing);
   const int current = pages_->currentIndex();
+  // The selected tab last, over its neighbours' edges.
   for (int index = 0; index < TabCount; ++index) {
     if (index != current) {
-      PaintTab(painter, index);
+      PaintOptionsTab(painter, TabRect(index), false, index == hoveredTab_);
     }
   }
-  PaintTab(painter, current);
+  PaintOptionsTab(painter, TabRect(current), true, false);
 }
 
 }  // namespace tarvelin

@@ -86,7 +86,6 @@ class frmOptions final : public QDialog {
   void SelectTab(int Index);
   QRect TabRect(int Index) const;
   QRect PanelRect() const;
-  void PaintTab(QPainter& Painter, int Index) const;
 
   void btnOk_Click();
   void btnCancel_Click();

@@ -1,21 +1,14 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QTest>
+#include <tuple>
 
 #include "gui_support/GuiTestRegistry.h"
-#include "gui_support/TestRows.h"
 #include "platform/qt/QtDialogs.h"
 #include "startup/modStartup.h"
 #include "support/TempFolder.h"
 
 using namespace tarvelin;
-using testing::AddRow;
-
-Q_DECLARE_METATYPE(tarvelin::MsgButtons)
-Q_DECLARE_METATYPE(tarvelin::MsgResult)
-Q_DECLARE_METATYPE(QMessageBox::StandardButton)
-Q_DECLARE_METATYPE(QFileDialog::AcceptMode)
-Q_DECLARE_METATYPE(QFileDialog::FileMode)
 
 namespace {
 
@@ -40,103 +33,89 @@ class QtDialogsTest final : public QObject {
                                          "e\r\ntwo\r\rthree",
                                          "Gr\xC3\xB6\xC3\x9F"
                                          "e\ntwo\n\nthree"}}) {
-      QCOMPARE(MessageTextForDisplay(prompt), QString(shown));
       QCOMPARE(BuildMessageBox(prompt, MsgButtons::OK, MsgIcon::None, "Save Topic")->text(), QString(shown));
     }
     QCOMPARE(BuildMessageBox("x", MsgButtons::OK, MsgIcon::None, "")->windowTitle(),
              QString::fromStdString(Program().AppTitle));
   }
 
-  // Each row answers a box by a click, by Escape or not at all (closed without a button).
-  void answersMapToResults_data() {
-    QTest::addColumn<MsgButtons>("buttons");
-    QTest::addColumn<QMessageBox::StandardButton>("clicked");
-    QTest::addColumn<bool>("escape");
-    QTest::addColumn<MsgResult>("result");
-    AddRow("OK escaped", MsgButtons::OK, QMessageBox::NoButton, true, MsgResult::OK);
-    AddRow("yes clicked", MsgButtons::YesNo, QMessageBox::Yes, false, MsgResult::Yes);
-    AddRow("yes/no escaped", MsgButtons::YesNo, QMessageBox::NoButton, true, MsgResult::No);
-    AddRow("cancel clicked", MsgButtons::YesNoCancel, QMessageBox::Cancel, false, MsgResult::Cancel);
-    AddRow("no of three", MsgButtons::YesNoCancel, QMessageBox::No, false, MsgResult::No);
-    AddRow("three escaped", MsgButtons::YesNoCancel, QMessageBox::NoButton, true, MsgResult::Cancel);
-    AddRow("three closed", MsgButtons::YesNoCancel, QMessageBox::NoButton, false, MsgResult::Cancel);
-  }
+  // Each box is answered by a click, by Escape or not at all (closed without a button).
   void answersMapToResults() {
-    QFETCH(MsgButtons, buttons);
-    QFETCH(QMessageBox::StandardButton, clicked);
-    QFETCH(bool, escape);
-    const auto box = BuildMessageBox("Do you want to save this topic first?", buttons, MsgIcon::Question, "");
-    box->setWindowModality(Qt::NonModal);
-    box->show();
-    QVERIFY(QTest::qWaitForWindowExposed(box.get()));
-    if (clicked != QMessageBox::NoButton) {
-      QTest::mouseClick(box->button(clicked), Qt::LeftButton);
-    } else if (escape) {
-      QTest::keyClick(box.get(), Qt::Key_Escape);
+    const std::tuple<MsgButtons, QMessageBox::StandardButton, bool, MsgResult> answers[] = {
+        {MsgButtons::OK, QMessageBox::NoButton, true, MsgResult::OK},
+        {MsgButtons::YesNo, QMessageBox::Yes, false, MsgResult::Yes},
+        {MsgButtons::YesNo, QMessageBox::NoButton, true, MsgResult::No},
+        {MsgButtons::YesNoCancel, QMessageBox::Cancel, false, MsgResult::Cancel},
+        {MsgButtons::YesNoCancel, QMessageBox::NoButton, false, MsgResult::Cancel}};
+    for (const auto& [buttons, clicked, escape, result] : answers) {
+      const auto box = BuildMessageBox("Do you want to save this topic first?", buttons, MsgIcon::Question, "");
+      box->setWindowModality(Qt::NonModal);
+      box->show();
+      QVERIFY(QTest::qWaitForWindowExposed(box.get()));
+      if (clicked != QMessageBox::NoButton) {
+        QTest::mouseClick(box->button(clicked), Qt::LeftButton);
+      } else if (escape) {
+        QTest::keyClick(box.get(), Qt::Key_Escape);
+      }
+      QCOMPARE(ResultOfClosedBox(*box, buttons), result);
     }
-    QTEST(ResultOfClosedBox(*box, buttons), "result");
   }
 
-  void filtersBecomeQtNameFilters_data() {
-    QTest::addColumn<QString>("filter");
-    QTest::addColumn<QStringList>("qtFilters");
-    AddRow("save filter", QString::fromStdString(SaveFilter),
-           QStringList{"Tarvelin Topic (*.tvt)", "Excel CSV file (*.csv)", "Screenshot - JPG Image (*.jpg)",
-                       "Screenshot - Bitmap Image (*.bmp)"});
-    AddRow("pattern list", "Images (*.jpg;*.jpeg)|*.jpg;*.jpeg", QStringList{"Images (*.jpg *.jpeg)"});
-    AddRow("name without brackets", "All files|*.*", QStringList{"All files (*.*)"});
-    AddRow("brackets taken from the pattern", "Topics (*.old)|*.tvt", QStringList{"Topics (*.tvt)"});
-    AddRow("name without pattern dropped", "Topic (*.tvt)|*.tvt|Orphan", QStringList{"Topic (*.tvt)"});
-    AddRow("empty", "", QStringList{});
-  }
   void filtersBecomeQtNameFilters() {
-    QFETCH(QString, filter);
-    QTEST(QtNameFilters(filter.toStdString()), "qtFilters");
+    const std::pair<std::string, QStringList> filters[] = {
+        {SaveFilter,
+         {"Tarvelin Topic (*.tvt)", "Excel CSV file (*.csv)", "Screenshot - JPG Image (*.jpg)",
+          "Screenshot - Bitmap Image (*.bmp)"}},
+        {"Images (*.jpg;*.jpeg)|*.jpg;*.jpeg", {"Images (*.jpg *.jpeg)"}},
+        {"All files|*.*", {"All files (*.*)"}},
+        {"Topics (*.old)|*.tvt", {"Topics (*.tvt)"}},  // the brackets are taken from the pattern
+        {"Topic (*.tvt)|*.tvt|Orphan", {"Topic (*.tvt)"}},
+        {"", {}}};
+    for (const auto& [filter, qtFilters] : filters) {
+      QCOMPARE(QtNameFilters(filter), qtFilters);
+    }
   }
 
-  void fileDialogFollowsTheRequest_data() {
-    QTest::addColumn<QFileDialog::AcceptMode>("mode");
-    QTest::addColumn<uint>("flags");
-    QTest::addColumn<int>("filterIndex");
-    QTest::addColumn<QString>("selectedFilter");
-    QTest::addColumn<QFileDialog::FileMode>("fileMode");
-    QTest::addColumn<bool>("confirmsOverwrite");
-    AddRow("save topic", QFileDialog::AcceptSave, 0x208802u, 1, "Tarvelin Topic (*.tvt)", QFileDialog::AnyFile, true);
-    AddRow("save without prompt", QFileDialog::AcceptSave, 0x800u, 3, "Screenshot - JPG Image (*.jpg)",
-           QFileDialog::AnyFile, false);
-    AddRow("open existing", QFileDialog::AcceptOpen, 0x201004u, 2, "Excel CSV file (*.csv)", QFileDialog::ExistingFile,
-           false);
-    AddRow("index too high", QFileDialog::AcceptSave, 0u, 9, "Tarvelin Topic (*.tvt)", QFileDialog::AnyFile, false);
-  }
+  // A typed save name comes back as typed: the file type is chosen later from the name, so the dialog must not
+  // add the filter's suffix.
   void fileDialogFollowsTheRequest() {
-    QFETCH(QFileDialog::AcceptMode, mode);
-    QFETCH(uint, flags);
-    QFETCH(int, filterIndex);
-    const testing::TempFolder folder;
-    QFileDialog dialog;
-    ConfigureFileDialog(dialog, {SaveFilter, filterIndex, flags, folder.Path().string(), "Holiday"}, mode);
-    QCOMPARE(dialog.acceptMode(), mode);
-    QTEST(dialog.selectedNameFilter(), "selectedFilter");
-    QTEST(dialog.fileMode(), "fileMode");
-    QTEST(!dialog.testOption(QFileDialog::DontConfirmOverwrite), "confirmsOverwrite");
-    QCOMPARE(dialog.directory().absolutePath(), Dir(folder).absolutePath());
-    QCOMPARE(dialog.selectedFiles(), QStringList{Dir(folder).filePath("Holiday")});
-  }
-
-  // The file type is chosen later from the name as typed, so the dialog must not add the filter's suffix.
-  void typedSaveNameComesBackUnchanged() {
-    const testing::TempFolder folder;
-    for (const char* typed : {"car", "report.CSV", "notes.txt"}) {
+    struct Request {
+      QFileDialog::AcceptMode Mode;
+      uint32_t Flags;
+      int FilterIndex;
+      QString SelectedFilter;
+      QFileDialog::FileMode FileMode;
+      bool ConfirmsOverwrite;
+      QString Typed;  // in place of a proposed name
+    };
+    const Request requests[] = {
+        {QFileDialog::AcceptSave, 0x208802u, 1, "Tarvelin Topic (*.tvt)", QFileDialog::AnyFile, true, "car"},
+        {QFileDialog::AcceptSave, 0x800u, 3, "Screenshot - JPG Image (*.jpg)", QFileDialog::AnyFile, false,
+         "report.CSV"},
+        {QFileDialog::AcceptOpen, 0x201004u, 2, "Excel CSV file (*.csv)", QFileDialog::ExistingFile, false, ""},
+        {QFileDialog::AcceptSave, 0u, 9, "Tarvelin Topic (*.tvt)", QFileDialog::AnyFile, false, "notes.txt"}};
+    for (const Request& request : requests) {
+      const testing::TempFolder folder;
       QFileDialog dialog;
-      ConfigureFileDialog(dialog, {SaveFilter, 2, 0x208802u, folder.Path().string(), ""}, QFileDialog::AcceptSave);
+      const std::string proposed = request.Typed.isEmpty() ? "Holiday" : "";
+      ConfigureFileDialog(dialog, {SaveFilter, request.FilterIndex, request.Flags, folder.Path().string(), proposed},
+                          request.Mode);
+      QCOMPARE(dialog.acceptMode(), request.Mode);
+      QCOMPARE(dialog.selectedNameFilter(), request.SelectedFilter);
+      QCOMPARE(dialog.fileMode(), request.FileMode);
+      QCOMPARE(!dialog.testOption(QFileDialog::DontConfirmOverwrite), request.ConfirmsOverwrite);
+      QCOMPARE(dialog.directory().absolutePath(), Dir(folder).absolutePath());
+      if (request.Typed.isEmpty()) {
+        QCOMPARE(dialog.selectedFiles(), QStringList{Dir(folder).filePath("Holiday")});
+        continue;
+      }
       dialog.show();
       QVERIFY(QTest::qWaitForWindowExposed(&dialog));
       auto* nameEdit = dialog.findChild<QLineEdit*>("fileNameEdit");
-      QVERIFY(nameEdit != nullptr);
-      nameEdit->setText(typed);
+      nameEdit->setText(request.Typed);
       QTest::keyClick(nameEdit, Qt::Key_Return);
       QCOMPARE(dialog.result(), int(QDialog::Accepted));
-      QCOMPARE(dialog.selectedFiles(), QStringList{Dir(folder).filePath(typed)});
+      QCOMPARE(dialog.selectedFiles(), QStringList{Dir(folder).filePath(request.Typed)});
     }
   }
 

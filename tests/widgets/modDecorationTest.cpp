@@ -11,27 +11,21 @@ class modDecorationTest final : public QObject {
   Q_OBJECT
 
  private slots:
-  void aPartHasTheWholeDecorationsPixels_data() {
-    QTest::addColumn<qreal>("ratio");
-    QTest::addColumn<QRect>("part");
-    // Parts whose edges cut through the panels' frames, corners and fills, and one at the far corner.
-    QTest::newRow("100%, across a frame's top") << 1.0 << QRect(5, 55, 290, 11);
-    QTest::newRow("100%, inside a rounded corner") << 1.0 << QRect(12, 62, 7, 5);
-    QTest::newRow("150%, across two panels") << 1.5 << QRect(13, 131, 190, 200);
-    QTest::newRow("200%, far corner") << 2.0 << QRect(500, 600, 100, 100);
-  }
-
+  // Parts whose edges cut through the panels' frames, corners and fills, and one at the far corner.
   void aPartHasTheWholeDecorationsPixels() {
-    QFETCH(qreal, ratio);
-    QFETCH(QRect, part);
     const DecorationLayout layout{QSize(300, 350), {QRect(10, 60, 280, 45), QRect(10, 115, 137, 100), QRect()}};
-    const QImage whole = PaintWindowDecoration(layout.Client, ratio, layout.Panels[0], layout.Panels[1], {});
-    const QImage piece = PaintDecorationPart(layout, ratio, part);
-    QCOMPARE(piece.size(), part.size());
-    QCOMPARE(piece.devicePixelRatio(), 1.0);
-    QImage expected = whole.copy(part);
-    expected.setDevicePixelRatio(1);
-    QCOMPARE(piece, expected);
+    const std::pair<qreal, QRect> parts[] = {{1.0, QRect(5, 55, 290, 11)},
+                                             {1.0, QRect(12, 62, 7, 5)},
+                                             {1.5, QRect(13, 131, 190, 200)},
+                                             {2.0, QRect(500, 600, 100, 100)}};
+    for (const auto& [ratio, part] : parts) {
+      const QImage whole = PaintWindowDecoration(layout.Client, ratio, layout.Panels[0], layout.Panels[1], {});
+      const QImage piece = PaintDecorationPart(layout, ratio, part);
+      QCOMPARE(piece.devicePixelRatio(), 1.0);
+      QImage expected = whole.copy(part);
+      expected.setDevicePixelRatio(1);
+      QCOMPARE(piece, expected);
+    }
   }
 
   // A decoration too large to make (a window size from a damaged settings hive) is skipped, never thrown.
