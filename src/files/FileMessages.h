@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "startup/modStartup.h"
+#include "util/TarvelinError.h"
+
+namespace tarvelin {
+
+// The messages that topic files and CSV files share, shown with the program's title.
+
+inline constexpr const char* kSaveFailedMessage = "An error occurred whilst saving the file!";
+inline constexpr const char* kLoadFailedMessage = "An error occurred whilst loading the file!";
+inline constexpr const char* kDataDroppedMessage =
+    "The file contained more options/attributes than this version of Tarvelin can display.  These extra "
+    "options/attributes have been ignored.";
+
+inline MsgResult ShowFileMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon Icon) {
+  return Program().UI->ShowMessage(Prompt, Buttons, Icon, Program().AppTitle);
+}
+
+inline void ReportFileError(const char* Headline, const TarvelinError& Error) {
+  ShowFileMessage(std::string(Headline) + "\r\rError " + std::to_string(Error.Number()) + "\r" + Error.Description(),
+                  MsgButtons::OK, MsgIcon::Critical);
+}
+
+}  // namespace tarvelin
