@@ -6,6 +6,7 @@
 #include <locale>
 #include <sstream>
 
+#include "files/LargeTopic.h"
 #include "files/modLoadSave.h"
 #include "model/TarvelinTopic.h"
 #include "startup/modStartup.h"
@@ -15,6 +16,7 @@
 namespace tarvelin {
 namespace {
 
+using testing::LargeTopic;
 using testing::ReadBytes;
 using testing::ScopedScriptedDialogs;
 using testing::TempFolder;
@@ -36,36 +38,11 @@ std::string DataFile(const char* Name) {
   return (std::filesystem::path(TARVELIN_TEST_DATA_DIR) / Name).make_preferred().string();
 }
 
+// The example topic, as the data files hold it.
 TopicPtr CarTopic() {
-  auto topic = std::make_unique<TarvelinTopic>();
-  topic->SetName("Choosing a car");
-  topic->SetAttributeName(0, "Price");
-  topic->AddAttribute("Comfort");
-  topic->SetWeighting(0, 0.75);
-  topic->SetOptionName(0, "Hatchback");
-  topic->AddOption("Estate");
-  topic->SetRating(0, 0, 0.8);
-  topic->SetRating(0, 1, 0.4);
-  topic->SetRating(1, 0, 0.3);
-  topic->SetRating(1, 1, 1.0);
-  return topic;
-}
-
-// A 10 x 10 topic with every value different and names long enough for a file of several kilobytes.
-TopicPtr FullTopic() {
-  auto topic = std::make_unique<TarvelinTopic>();
-  topic->SetName("Caf\xC3\xA9 " + std::string(200, 'n'));
-  topic->SetInvertWeights(true);
-  topic->SetTotalAttributes(10);
-  topic->SetTotalOptions(10);
-  for (int16_t attribute = 0; attribute < 10; ++attribute) {
-    topic->SetAttributeName(attribute, "Attribute " + std::string(100, static_cast<char>('a' + attribute)));
-    topic->SetWeighting(attribute, attribute / 9.0);
-    for (int16_t option = 0; option < 10; ++option) {
-      topic->SetOptionName(option, "Option " + std::to_string(option));
-      topic->SetRating(option, attribute, (option * 10 + attribute) / 99.0);
-    }
-  }
+  ScopedScriptedDialogs dialogs;
+  TopicPtr topic;
+  LoadTopicFile(DataFile("choosing-a-car.tvt"), topic);
   return topic;
 }
 
@@ -141,7 +118,7 @@ TEST(TopicFileLoad, TheExampleIsReadRoundedToThreeKeepingNormalisation) {
   EXPECT_EQ(topic->Rounding(), 3);
   EXPECT_TRUE(topic->NormaliseWeights());
   topic->SetNormaliseWeights(false);
-  EXPECT_EQ(Summary(*topic), Summary(*CarTopic()));
+  EXPECT_EQ(Summary(*topic), "Choosing a car [Price=0.75 Comfort=0.5] Hatchback(0.8 0.4) Estate(0.3 1)");
   EXPECT_TRUE(dialogs->Messages.empty());
 }
 
@@ -151,7 +128,7 @@ TEST(TopicFile, SavedTopicLoadsBackWithItsValuesAtAnyRounding) {
   ScopedScriptedDialogs dialogs;
   for (const int16_t rounding : {-1, 3, 5}) {
     SCOPED_TRACE(rounding);
-    TopicPtr saved = FullTopic();
+    TopicPtr saved = LargeTopic();
     saved->SetRounding(rounding);
     saved->SetDescription("not stored");
     ASSERT_TRUE(SaveTopicFile(folder.File("full.tvt"), *saved));
@@ -263,7 +240,7 @@ TEST(TopicLoad, RefusalsAreReportedOnceAndKeepTheTopic) {
 TEST(TopicCSV, ExportedTopicImportsBackInEitherNumberStyle) {
   TempFolder folder;
   ScopedScriptedDialogs dialogs;
-  const TopicPtr saved = FullTopic();
+  const TopicPtr saved = LargeTopic();
   saved->SetWeighting(9, 0.5);
   for (const bool asDecimal : {false, true}) {
     Program().DisplayAsDecimal = asDecimal;
