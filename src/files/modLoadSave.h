@@ -9,9 +9,9 @@ namespace tarvelin {
 
 class TarvelinTopic;
 
-// Topic files and the file dialogs; CSV export and import come with modTopicCSV.h. Every message goes through
-// Program().UI with the program's title. Nothing here replaces the caller's topic unless the whole file was read and
-// accepted.
+// Topic files and the file commands; CSV export and import come with modTopicCSV.h. Every message goes
+// through Program().UI with the program's title. Nothing here replaces the caller's topic unless the whole
+// file was read and accepted.
 
 // Writes the topic file. Weightings and ratings carry at most four decimal places (rounded, ties to even,
 // when the topic itself does not round to four or fewer), so that every saved file loads back. On failure

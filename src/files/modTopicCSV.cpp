@@ -6,6 +6,7 @@
 #include "files/FileMessages.h"
 #include "files/modNumberText.h"
 #include "model/TarvelinTopic.h"
+#include "startup/modStartup.h"
 #include "util/AtomicFile.h"
 #include "util/libmodGenericTextFunctions.h"
 
