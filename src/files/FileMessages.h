@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "startup/modStartup.h"
+#include "startup/Dialogs.h"
 #include "util/TarvelinError.h"
 
 namespace tarvelin {
@@ -15,13 +15,9 @@ inline constexpr const char* kDataDroppedMessage =
     "The file contained more options/attributes than this version of Tarvelin can display.  These extra "
     "options/attributes have been ignored.";
 
-inline MsgResult ShowFileMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon Icon) {
-  return Program().UI->ShowMessage(Prompt, Buttons, Icon, Program().AppTitle);
-}
+MsgResult ShowFileMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon Icon);
 
-inline void ReportFileError(const char* Headline, const TarvelinError& Error) {
-  ShowFileMessage(std::string(Headline) + "\r\rError " + std::to_string(Error.Number()) + "\r" + Error.Description(),
-                  MsgButtons::OK, MsgIcon::Critical);
-}
+// Headline, then the error's number and description, as a critical message.
+void ReportFileError(const char* Headline, const TarvelinError& Error);
 
 }  // namespace tarvelin
