@@ -95,9 +95,11 @@ void ExpectTheExampleFiles(const TempFolder& Folder) {
 
 // Qt sets the C library's locale from the environment, and a German one writes "0,5" through printf: files
 // must not change with it.
-TEST(TopicFileSave, TheExampleIsWrittenByteForByteUnderADecimalCommaLocaleToo) {
+TEST(TopicFile, TheExampleIsReadRoundedToThreeAndWrittenByteForByteUnderADecimalCommaLocaleToo) {
   TempFolder folder;
   ScopedScriptedDialogs dialogs;
+  EXPECT_EQ(CarTopic()->Rounding(), 3);
+  EXPECT_EQ(Summary(*CarTopic()), "Choosing a car [Price=0.75 Comfort=0.5] Hatchback(0.8 0.4) Estate(0.3 1)");
   ExpectTheExampleFiles(folder);
   const std::string previous = std::setlocale(LC_ALL, nullptr);
   if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
@@ -107,18 +109,6 @@ TEST(TopicFileSave, TheExampleIsWrittenByteForByteUnderADecimalCommaLocaleToo) {
   ExpectTheExampleFiles(folder);
   std::locale::global(std::locale::classic());
   std::setlocale(LC_ALL, previous.c_str());
-  EXPECT_TRUE(dialogs->Messages.empty());
-}
-
-TEST(TopicFileLoad, TheExampleIsReadRoundedToThreeKeepingNormalisation) {
-  ScopedScriptedDialogs dialogs;
-  TopicPtr topic = std::make_unique<TarvelinTopic>();
-  topic->SetNormaliseWeights(true);
-  ASSERT_TRUE(LoadTopicFile(DataFile("choosing-a-car.tvt"), topic));
-  EXPECT_EQ(topic->Rounding(), 3);
-  EXPECT_TRUE(topic->NormaliseWeights());
-  topic->SetNormaliseWeights(false);
-  EXPECT_EQ(Summary(*topic), "Choosing a car [Price=0.75 Comfort=0.5] Hatchback(0.8 0.4) Estate(0.3 1)");
   EXPECT_TRUE(dialogs->Messages.empty());
 }
 
@@ -174,16 +164,18 @@ std::string TopicFileText(int Options, int Attributes) {
   return text;
 }
 
-TEST(TopicFileLoad, MoreThanTenOptionsOrAttributesAreCutWithOneNotice) {
+TEST(TopicFileLoad, MoreThanTenOptionsOrAttributesAreCutWithOneNoticeKeepingNormalisation) {
   TempFolder folder;
   for (const auto& [options, attributes] : {std::pair{12, 3}, std::pair{3, 11}, std::pair{32767, 32767}}) {
     ScopedScriptedDialogs dialogs;
     WriteBytes(folder.File("many.tvt"), TopicFileText(options, attributes));
-    TopicPtr topic;
+    TopicPtr topic = std::make_unique<TarvelinTopic>();
+    topic->SetNormaliseWeights(true);
     ASSERT_TRUE(LoadTopicFile(folder.File("many.tvt"), topic)) << options << "x" << attributes;
     EXPECT_EQ(topic->TotalOptions(), std::min(options, 10));
     EXPECT_EQ(topic->TotalAttributes(), std::min(attributes, 10));
     EXPECT_DOUBLE_EQ(topic->GetRating(2, 2), 0.25);
+    EXPECT_TRUE(topic->NormaliseWeights()) << "the new topic keeps the one it replaces";
     ASSERT_EQ(dialogs->Messages.size(), 1u);
     EXPECT_EQ(dialogs->Messages[0].Prompt, kDropped);
     EXPECT_EQ(dialogs->Messages[0].Icon, MsgIcon::Information);
