@@ -94,11 +94,7 @@ std::vector<std::string> ExpectedMessages(const WriterCase& Writer, int32_t Numb
 std::vector<std::string> PromptsOf(const WriterCase& Writer, const std::string& Target) {
   ScopedScriptedDialogs dialogs;
   Writer.Write(*dialogs, Target);
-  std::vector<std::string> prompts;
-  for (const auto& message : dialogs->Messages) {
-    prompts.push_back(message.Prompt);
-  }
-  return prompts;
+  return dialogs->Prompts();
 }
 
 class Writers : public ::testing::TestWithParam<WriterCase> {

@@ -106,8 +106,7 @@ TEST_F(FileCommands, SaveFirstQuestionIsAskedOnlyAboutUnsavedChanges) {
   Program().Modified = true;
   dialogs_->Answers = {MsgResult::Cancel};
   EXPECT_FALSE(AskSaveTopicFirst(topic_));
-  ASSERT_EQ(dialogs_->Messages.size(), 1u);
-  EXPECT_EQ(dialogs_->Messages[0].Prompt, "Do you want to save this topic first?");
+  ASSERT_EQ(dialogs_->Prompts(), std::vector<std::string>{"Do you want to save this topic first?"});
   EXPECT_EQ(dialogs_->Messages[0].Title, "Save Topic");
   EXPECT_EQ(dialogs_->Messages[0].Buttons, MsgButtons::YesNoCancel);
 }

@@ -176,8 +176,7 @@ TEST(TopicFileLoad, MoreThanTenOptionsOrAttributesAreCutWithOneNoticeKeepingNorm
     EXPECT_EQ(topic->TotalAttributes(), std::min(attributes, 10));
     EXPECT_DOUBLE_EQ(topic->GetRating(2, 2), 0.25);
     EXPECT_TRUE(topic->NormaliseWeights()) << "the new topic keeps the one it replaces";
-    ASSERT_EQ(dialogs->Messages.size(), 1u);
-    EXPECT_EQ(dialogs->Messages[0].Prompt, kDropped);
+    ASSERT_EQ(dialogs->Prompts(), std::vector<std::string>{kDropped});
     EXPECT_EQ(dialogs->Messages[0].Icon, MsgIcon::Information);
   }
 }
@@ -223,8 +222,7 @@ TEST(TopicLoad, RefusalsAreReportedOnceAndKeepTheTopic) {
     const TarvelinTopic* before = topic.get();
     EXPECT_FALSE(LoadTopicReportingErrors(folder.File(row.FileName), topic));
     EXPECT_EQ(topic.get(), before);
-    ASSERT_EQ(dialogs->Messages.size(), 1u);
-    EXPECT_EQ(dialogs->Messages[0].Prompt, row.Message);
+    ASSERT_EQ(dialogs->Prompts(), std::vector<std::string>{row.Message});
     EXPECT_EQ(dialogs->Messages[0].Icon, MsgIcon::Critical);
   }
 }
@@ -263,10 +261,8 @@ std::vector<std::string> Import(const std::string& Bytes, MsgResult Answer = Msg
   TopicPtr topic = CarTopic();
   const TarvelinTopic* before = topic.get();
   const bool imported = ImportTopicCSV(folder.File("in.csv"), topic);
-  std::vector<std::string> shown{imported ? Summary(*topic) : topic.get() == before ? "kept" : "lost"};
-  for (const auto& message : dialogs->Messages) {
-    shown.push_back(message.Prompt);
-  }
+  std::vector<std::string> shown = dialogs->Prompts();
+  shown.insert(shown.begin(), imported ? Summary(*topic) : topic.get() == before ? "kept" : "lost");
   return shown;
 }
 
