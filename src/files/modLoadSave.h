@@ -3,12 +3,15 @@
 #include <memory>
 #include <string>
 
+#include "files/modTopicCSV.h"
+
 namespace tarvelin {
 
 class TarvelinTopic;
 
-// Topic files, CSV export and import. Every message goes through Program().UI with the program's title.
-// Nothing here replaces the caller's topic unless the whole file was read and accepted.
+// Topic files and the file commands; CSV export and import come with modTopicCSV.h. Every message goes
+// through Program().UI with the program's title. Nothing here replaces the caller's topic unless the whole
+// file was read and accepted.
 
 // Writes the topic file. Weightings and ratings carry at most four decimal places (rounded, ties to even,
 // when the topic itself does not round to four or fewer), so that every saved file loads back. On failure
@@ -20,18 +23,6 @@ bool SaveTopicFile(const std::string& FileName, const TarvelinTopic& Topic);
 // than the maximum numbers of options or attributes are cut to them with a notice. Errors reading the
 // file or converting its counts, flag and values are raised (TarvelinError) with Topic unchanged.
 bool LoadTopicFile(const std::string& FileName, std::unique_ptr<TarvelinTopic>& Topic);
-
-// Writes the topic as comma-separated rows for spreadsheets, numbers as decimals or percentages by the
-// DisplayAsDecimal setting. A failure is reported; the previous file is kept.
-void ExportTopicCSV(const std::string& FileName, const TarvelinTopic& Topic);
-// The same, telling whether the file was written: a failed export must not let the save-first question go
-// on to discard the topic.
-bool ExportTopicCSVReporting(const std::string& FileName, const TarvelinTopic& Topic);
-
-// Reads a comma-separated file by its keyword rows ("Topic:", "Attributes", "Weightings", "Ratings" or
-// "Options") into a new topic, which replaces Topic on success. Every failure (unreadable file, no
-// attributes row, invalid value) is reported and gives false with Topic unchanged.
-bool ImportTopicCSV(const std::string& FileName, std::unique_ptr<TarvelinTopic>& Topic);
 
 // Loads a file for the person: a name ending exactly in ".csv" is imported, anything else read as a
 // topic file. An error raised while loading is reported once, and the result is false with Topic

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "files/LargeTopic.h"
 #include "files/modLoadSave.h"
 #include "graphics/PictureTestHelpers.h"
 #include "graphics/cDIBSection.h"
@@ -34,28 +35,12 @@ using testing::StateOf;
 using testing::TempFolder;
 using testing::WriteBytes;
 
-// A full topic with long names, so that its files span several pages.
-std::unique_ptr<TarvelinTopic> LargeTopic() {
-  auto topic = std::make_unique<TarvelinTopic>();
-  topic->SetTotalAttributes(10);
-  topic->SetTotalOptions(10);
-  for (int16_t item = 0; item < 10; ++item) {
-    topic->SetAttributeName(item, std::string(300, static_cast<char>('a' + item)));
-    topic->SetOptionName(item, std::string(300, static_cast<char>('A' + item)));
-    topic->SetWeighting(item, item / 9.0);
-    for (int16_t option = 0; option < 10; ++option) {
-      topic->SetRating(option, item, (option * 10 + item) / 99.0);
-    }
-  }
-  return topic;
-}
-
 // The save command, as the person uses it: the name's ending picks the topic file, the CSV export or a
 // screenshot.
 void SaveAs(testing::ScriptedDialogs& Dialogs, const std::string& Target) {
   Program().CaptureDisplay = [](cDIBSection& Picture) { Picture = testing::PatternPicture(96, 32); };
   Program().DecisionReport = [](const TarvelinTopic&, ReportFormat) { return std::string(9000, 'r'); };
-  auto topic = LargeTopic();
+  auto topic = testing::LargeTopic();
   Dialogs.FileAnswers.push_back(Target);
   SaveTopicDialog(topic);
   Program().CaptureDisplay = nullptr;
@@ -109,11 +94,7 @@ std::vector<std::string> ExpectedMessages(const WriterCase& Writer, int32_t Numb
 std::vector<std::string> PromptsOf(const WriterCase& Writer, const std::string& Target) {
   ScopedScriptedDialogs dialogs;
   Writer.Write(*dialogs, Target);
-  std::vector<std::string> prompts;
-  for (const auto& message : dialogs->Messages) {
-    prompts.push_back(message.Prompt);
-  }
-  return prompts;
+  return dialogs->Prompts();
 }
 
 class Writers : public ::testing::TestWithParam<WriterCase> {

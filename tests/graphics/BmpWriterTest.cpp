@@ -20,9 +20,7 @@ TEST(BmpWriterRoundTrip, AnIndependentReaderGetsEveryPixelBack) {
     WriteBmpFile(picture, file);
     EXPECT_EQ(testing::ReadBytes(file).size(), 54u + 7u * static_cast<size_t>(picture.BytesPerScanLine()));
 
-    int loadedWidth = 0;
-    int loadedHeight = 0;
-    int format = TJPF_RGB;
+    int loadedWidth = 0, loadedHeight = 0, format = TJPF_RGB;
     unsigned char* loaded = tjLoadImage(file.c_str(), &loadedWidth, 1, &loadedHeight, &format, 0);
     ASSERT_NE(loaded, nullptr) << tjGetErrorStr2(nullptr);
     EXPECT_EQ(loadedWidth, width);

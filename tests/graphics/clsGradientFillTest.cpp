@@ -44,43 +44,35 @@ uint32_t FourCornerReference(const std::array<uint32_t, 4>& Corners, int64_t W, 
   return Mix<3>({Corners[0], Corners[2], Corners[3]}, {area - Y * W, X * H, Y * W - X * H}, area);
 }
 
-TEST(clsGradientFillTri, MatchesBarycentricInterpolationOfBothTriangles) {
+// The whole picture against the reference (every Stride-th pixel of big pictures); then a part drawn on its
+// own must get exactly the whole picture's pixels there, and nothing outside the whole picture is written
+// (those words keep their marker).
+TEST(clsGradientFillTri, MatchesBothTrianglesAndAPartGetsTheWholePicturesPixels) {
   const std::array<uint32_t, 4> mixed = {0xFFEFDF, 0x00FF00, 0x8080FF, 0x123456};  // tl, tr, br, bl
   const std::array<uint32_t, 4> flat = {0xFFEFDF, 0xFFEFDF, 0xFFEFDF, 0xFFEFDF};
-  const struct {
-    std::array<uint32_t, 4> Corners;
-    int32_t Width, Height, Stride;  // Stride: check every Stride-th pixel of big pictures
-  } cases[] = {{mixed, 9, 6, 1}, {mixed, 5, 13, 1}, {mixed, 1920, 1080, 37}, {flat, 333, 77, 1}};
-  for (const auto& c : cases) {
-    cDIBSection picture = Blank(c.Width, c.Height);
-    clsGradientFill().GradientFillTri(picture, c.Corners[0], c.Corners[1], c.Corners[2], c.Corners[3]);
-    EXPECT_EQ(PixelAt(picture, 0, 0), c.Corners[0]);
-    for (int32_t y = 0; y < c.Height; y += c.Stride) {
-      for (int32_t x = 0; x < c.Width; x += c.Stride) {
-        ASSERT_EQ(PixelAt(picture, x, y), FourCornerReference(c.Corners, c.Width, c.Height, x, y))
-            << c.Width << "x" << c.Height << " at " << x << "," << y;
-      }
-    }
-  }
-}
-
-// A part drawn on its own gets exactly the pixels of the whole picture there, and nothing outside the whole
-// picture is written (those words keep their marker).
-TEST(clsGradientFillTri, APartGetsTheWholePicturesPixels) {
-  const std::array<uint32_t, 4> mixed = {0xFFEFDF, 0x00FF00, 0x8080FF, 0x123456};
   const std::array<uint32_t, 4> sweep = {0xFFEFDF, 0xFFEFDF, 0xFFC891, 0xFFEFDF};
   const struct {
     std::array<uint32_t, 4> Corners;
-    int32_t Width, Height, Left, Top, PartWidth, PartHeight;
-  } cases[] = {{mixed, 9, 6, 2, 1, 5, 3},
-               {mixed, 40, 70, -3, 60, 50, 20},
-               {sweep, 866, 3203, 0, 1500, 866, 700},
-               {sweep, 1732, 6406, 500, 6300, 1300, 200},
-               {sweep, 50, 50, 60, 0, 10, 10}};
+    int32_t Width, Height, Stride, Left, Top, PartWidth, PartHeight;
+  } cases[] = {{mixed, 9, 6, 1, 2, 1, 5, 3},
+               {mixed, 5, 13, 1, 0, 0, 5, 13},
+               {mixed, 1920, 1080, 37, 0, 0, 1, 1},
+               {flat, 333, 77, 1, 0, 0, 1, 1},
+               {mixed, 40, 70, 1, -3, 60, 50, 20},
+               {sweep, 866, 3203, 7, 0, 1500, 866, 700},
+               {sweep, 1732, 6406, 13, 500, 6300, 1300, 200},
+               {sweep, 50, 50, 1, 60, 0, 10, 10}};
   constexpr uint32_t marker = 0x12345678;
   for (const auto& c : cases) {
     cDIBSection whole = Blank(c.Width, c.Height);
     clsGradientFill().GradientFillTri(whole, c.Corners[0], c.Corners[1], c.Corners[2], c.Corners[3]);
+    EXPECT_EQ(PixelAt(whole, 0, 0), c.Corners[0]);
+    for (int32_t y = 0; y < c.Height; y += c.Stride) {
+      for (int32_t x = 0; x < c.Width; x += c.Stride) {
+        ASSERT_EQ(PixelAt(whole, x, y), FourCornerReference(c.Corners, c.Width, c.Height, x, y))
+            << c.Width << "x" << c.Height << " at " << x << "," << y;
+      }
+    }
     std::vector<uint32_t> words(static_cast<size_t>(c.PartWidth * c.PartHeight), marker);
     const PicturePart part{words.data(), c.PartWidth, c.Left, c.Top, c.PartWidth, c.PartHeight, c.Width, c.Height};
     clsGradientFill().GradientFillTri(part, c.Corners[0], c.Corners[1], c.Corners[2], c.Corners[3]);

@@ -53,7 +53,8 @@ FolderState StateOf(const fs::path& Folder) {
   std::error_code error;
   for (auto entry = fs::recursive_directory_iterator(Folder, error); entry != fs::recursive_directory_iterator();
        entry.increment(error)) {
-    const std::string name = fs::relative(entry->path(), Folder).string();
+    // Lexically: relative() would follow a link and file it under its target's name.
+    const std::string name = entry->path().lexically_relative(Folder).string();
     if (entry->is_symlink()) {
       state[name] = "<link to " + fs::read_symlink(entry->path(), error).string() + ">";
     } else if (entry->is_directory()) {

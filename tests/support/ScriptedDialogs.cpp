@@ -28,6 +28,14 @@ MsgResult ScriptedDialogs::ShowMessage(const std::string& Prompt, MsgButtons But
   return Buttons == MsgButtons::OK ? MsgResult::OK : MsgResult::Yes;
 }
 
+std::vector<std::string> ScriptedDialogs::Prompts() const {
+  std::vector<std::string> prompts;
+  for (const Message& message : Messages) {
+    prompts.push_back(message.Prompt);
+  }
+  return prompts;
+}
+
 std::optional<std::string> ScriptedDialogs::OpenFile(const FileDialogRequest& Request) {
   OpenRequests.push_back(Request);
   return PopFront(FileAnswers).value_or(std::nullopt);

@@ -25,6 +25,9 @@ class ScriptedDialogs final : public Dialogs {
   std::vector<Message> Messages;
   std::vector<FileDialogRequest> OpenRequests, SaveRequests;
 
+  // The prompts of the messages shown so far, in order.
+  std::vector<std::string> Prompts() const;
+
   MsgResult ShowMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon Icon, const std::string& Title) override;
   std::optional<std::string> OpenFile(const FileDialogRequest& Request) override;
   std::optional<std::string> SaveFile(const FileDialogRequest& Request) override;

@@ -17,28 +17,21 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ErrorNumberOf;
-using testing::ReadBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
-
-size_t EntriesIn(const fs::path& Folder) {
-  return static_cast<size_t>(std::distance(fs::directory_iterator(Folder), {}));
-}
 
 // A link stays a link while the file it points to is replaced, and the temporary name must fit beside a
 // target whose name is as long as the file system allows.
 TEST(WriteFileAtomically, ReplacesTheWholeFileKeepingItsPermissionsAndLinksAndLeavesNothingElse) {
   TempFolder folder;
-  const auto target = folder.File(std::string(255 - 4, 'n') + ".tvt");
-  const auto link = folder.File("link.tvt");
-  WriteBytes(target, "an older and much longer content");
-  fs::permissions(target, fs::perms(0640));
-  fs::create_symlink(target, link);
-  WriteFileAtomically(link, "new\r\n");
-  EXPECT_TRUE(fs::is_symlink(link));
-  EXPECT_EQ(ReadBytes(target), "new\r\n");
-  EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
-  EXPECT_EQ(EntriesIn(folder.Path()), 2u);
+  const std::string name = std::string(255 - 4, 'n') + ".tvt";
+  WriteBytes(folder.File(name), "an older and much longer content");
+  fs::permissions(folder.File(name), fs::perms(0640));
+  fs::create_symlink(folder.File(name), folder.File("link.tvt"));
+  WriteFileAtomically(folder.File("link.tvt"), "new\r\n");
+  EXPECT_EQ(testing::StateOf(folder.Path()),
+            testing::FolderState({{name, "new\r\n"}, {"link.tvt", "<link to " + folder.File(name) + ">"}}));
+  EXPECT_EQ(fs::status(folder.File(name)).permissions(), fs::perms(0640));
 }
 
 TEST(WriteFileAtomically, AWriteStoppedAtAnyByteRaisesItsErrorAndChangesNothing) {
