@@ -1,5 +1,3 @@
-#include "gui_support/SoakInvariants.h"
-
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
@@ -8,20 +6,20 @@
 #include <cmath>
 #include <set>
 
+#include "gui_support/Soak.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/modDisplay.h"
 #include "startup/modStartup.h"
 #include "util/libmodGenericTextFunctions.h"
+#include "widgets/Palette.h"
 #include "widgets/ctlSlider.h"
 
 namespace tarvelin::testing {
 
 namespace {
 
-constexpr uint32_t kBestBarColour = 0x0CC0FE;
-constexpr uint32_t kOtherBarColour = 0x0980FD;
 const QString kEllipsis = QString::fromUtf8("\xE2\x80\xA6");
 
 QString Indexed(const char* Array, int Index) {
@@ -38,14 +36,11 @@ class Checker {
 
   std::vector<std::string> Run() {
     CheckCounts();
-    if (!problems_.empty()) {
-      return problems_;  // the rest would only read past the arrays
+    if (problems_.empty()) {  // otherwise the rest would only read past the arrays
+      CheckValues();
+      CheckNames();
+      CheckPanels();
     }
-    CheckValues();
-    CheckScores();
-    CheckNames();
-    CheckPanels();
-    CheckEditing();
     return problems_;
   }
 
@@ -118,42 +113,34 @@ class Checker {
       Problem(QString("%1 stands for %2, outside 0 to 1").arg(where).arg(Value, 0, 'g', 17));
     }
     auto* slider = Find<ctlSlider>(Indexed(Slider, Index));
-    auto* label = Find<QLabel>(where);
-    if (slider == nullptr || label == nullptr) {
-      return;
-    }
-    if (slider->Value() != std::lround(Value * 100)) {
+    if (slider != nullptr && slider->Value() != std::lround(Value * 100)) {
       Problem(QString("%1 at %2 for %3").arg(slider->objectName()).arg(slider->Value()).arg(Value, 0, 'g', 17));
     }
-    double shown = Value;
+    auto* label = Find<QLabel>(where);
     const QString expected =
-        QString::fromStdString(FormatNumberForDisplay(shown, topic_.Rounding(), Program().DisplayAsDecimal));
-    if (label->text() != expected) {
+        QString::fromStdString(FormatNumberForDisplay(Value, topic_.Rounding(), Program().DisplayAsDecimal));
+    if (label != nullptr && label->text() != expected) {
       Problem(QString("%1 shows \"%2\" for %3").arg(where, label->text(), expected));
     }
   }
 
   void CheckValues() {
-    for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
+    const int16_t attributes = topic_.TotalAttributes();
+    std::vector<double> scores;
+    for (int16_t a = 0; a < attributes; ++a) {
       CheckValue("sliderWeighting", "lblWeighting", a, topic_.GetWeighting(a));
     }
     for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
-      for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
-        CheckValue("sliderRating", "lblRating", o * topic_.TotalAttributes() + a, topic_.GetRating(o, a));
+      for (int16_t a = 0; a < attributes; ++a) {
+        CheckValue("sliderRating", "lblRating", o * attributes + a, topic_.GetRating(o, a));
       }
-    }
-  }
-
-  void CheckScores() {
-    std::vector<double> scores;
-    for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
       scores.push_back(topic_.GetScore(o));
       CheckValue("sliderScore", "lblScore", o, scores.back());
     }
     const double best = *std::max_element(scores.begin(), scores.end());
     for (size_t o = 0; o < scores.size(); ++o) {
       auto* bar = Find<ctlSlider>(Indexed("sliderScore", static_cast<int>(o)));
-      const uint32_t expected = scores[o] == best ? kBestBarColour : kOtherBarColour;
+      const uint32_t expected = scores[o] == best ? Palette::BestBar : Palette::OtherBar;
       if (bar != nullptr && bar->BarColour() != expected) {
         Problem(bar->objectName() +
                 QString(" coloured %1 for %2, best %3").arg(bar->BarColour(), 6, 16).arg(scores[o]).arg(best));
@@ -217,15 +204,10 @@ class Checker {
     if (window_.IsLoading() || Program().IsLoading) {
       Problem("the window is still loading");
     }
-  }
-
-  void CheckEditing() {
     auto* editBox = Find<QLineEdit>("txtEditBox");
-    if (editBox == nullptr || !editBox->isVisible()) {
-      return;
-    }
     const QLabel* editing = window_.Editor().EditingLabel();
-    if (std::find(controls_.cbegin(), controls_.cend(), editing) == controls_.cend()) {
+    if (editBox != nullptr && editBox->isVisible() &&
+        std::find(controls_.cbegin(), controls_.cend(), editing) == controls_.cend()) {
       Problem("the edit box is open over a label that no longer exists");
     }
   }

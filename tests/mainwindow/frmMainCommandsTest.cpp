@@ -153,7 +153,6 @@ class frmMainCommandsTest final : public QObject {
 
   void aDragAndARunOfKeysAreOneStepEach() {
     const double before = Rating(0, 0);
-    const QString beforeText = f_->Find<QLabel>("lblRating_0")->text();
     Drag("sliderRating_0", 0.2, 0.8);
     const double dragged = Rating(0, 0);
     QVERIFY(dragged > 0.7);
@@ -169,7 +168,6 @@ class frmMainCommandsTest final : public QObject {
     QCOMPARE(Rating(0, 0), dragged);
     Key(Qt::Key_Z);
     QCOMPARE(Rating(0, 0), before);
-    QCOMPARE(f_->Find<QLabel>("lblRating_0")->text(), beforeText);
     Key(Qt::Key_Y);
     QCOMPARE(Rating(0, 0), dragged);
     Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
@@ -187,9 +185,7 @@ class frmMainCommandsTest final : public QObject {
     Key(Qt::Key_Z);
     QCOMPARE(Program().Topic->TotalOptions(), int16_t{3});
     QCOMPARE(Program().Topic->GetOptionName(0), std::string("Estate"));
-    QCOMPARE(f_->Find<QLabel>("lblOption_0")->text(), QString("Estate"));
     QCOMPARE(f_->Find<QLabel>("lblScoreTitle_0")->text(), QString("Estate"));
-    QVERIFY(f_->Has("sliderRating_5"));
     Key(Qt::Key_Z);
     Key(Qt::Key_Z);
     QCOMPARE(Program().Topic->GetOptionName(0), std::string("Option 1"));
