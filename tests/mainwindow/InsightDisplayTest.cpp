@@ -17,12 +17,6 @@ using namespace tarvelin;
 
 namespace {
 
-// A point on a slider's track at a value from 0 to 1.
-QPoint TrackPoint(const ctlSlider& Slider, double Value) {
-  const int inset = Slider.TrackInset();
-  return {static_cast<int>(std::lround(inset + Value * (Slider.width() - 2 * inset))), Slider.height() / 2};
-}
-
 // Every control of the client area by name, with its geometry.
 std::map<QString, QRect> Geometries(const QWidget& Client) {
   std::map<QString, QRect> geometries;
@@ -32,21 +26,6 @@ std::map<QString, QRect> Geometries(const QWidget& Client) {
     }
   }
   return geometries;
-}
-
-// Three cars on three attributes, Estate ahead of Coupe on two attributes and behind it on one.
-void ChooseACar() {
-  TarvelinTopic& topic = *Program().Topic;
-  const double weightings[] = {1.0, 0.5, 0.5};
-  const double ratings[3][3] = {{0.8, 0.6, 0.2}, {0.5, 0.4, 0.64}, {0.2, 0.2, 0.2}};
-  for (int16_t i = 0; i < 3; ++i) {
-    topic.SetOptionName(i, std::vector<std::string>{"Estate", "Coupe", "Hatchback"}[static_cast<size_t>(i)]);
-    topic.SetAttributeName(i, std::vector<std::string>{"Safety", "Comfort", "Looks"}[static_cast<size_t>(i)]);
-    topic.SetWeighting(i, weightings[i]);
-    for (int16_t a = 0; a < 3; ++a) {
-      topic.SetRating(i, a, ratings[i][a]);
-    }
-  }
 }
 
 QImage Picture(QWidget* Widget) {
@@ -67,20 +46,7 @@ class InsightDisplayTest final : public QObject {
   const std::string& Line() { return f_->Window->Insight().LineText(); }
 
   // Estate leads Coupe by 0.120: Estate is best while Price weighs at least 0.400, or Looks at most 0.600.
-  void StartEstateAndCoupe() {
-    f_->Start(2, 2);
-    TarvelinTopic& topic = *Program().Topic;
-    topic.SetOptionName(0, "Estate");
-    topic.SetOptionName(1, "Coupe");
-    topic.SetAttributeName(0, "Price");
-    topic.SetAttributeName(1, "Looks");
-    topic.SetWeighting(0, 0.6);
-    topic.SetWeighting(1, 0.4);
-    for (int16_t cell = 0; cell < 4; ++cell) {
-      topic.SetRating(cell / 2, cell % 2, cell == 0 || cell == 3 ? 0.8 : 0.2);
-    }
-    f_->Rebuild();
-  }
+  void StartEstateAndCoupe() { f_->Start({"Estate", "Coupe"}, {"Price", "Looks"}, {0.6, 0.4}, {0.8, 0.2, 0.2, 0.8}); }
 
   // Turns the preference over in the settings dialog, opened from the window as the person opens it.
   void ToggleInsightInSettings() {
@@ -94,11 +60,10 @@ class InsightDisplayTest final : public QObject {
     QTest::mouseClick(f_->Find("btnSettings"), Qt::LeftButton);
   }
 
+  // Three cars on three attributes, Estate ahead of Coupe on two attributes and behind it on one.
   frmMain& StartCars() {
-    frmMain& window = f_->Start(3, 3);
-    ChooseACar();
-    f_->Rebuild();
-    return window;
+    return f_->Start({"Estate", "Coupe", "Hatchback"}, {"Safety", "Comfort", "Looks"}, {1.0, 0.5, 0.5},
+                     {0.8, 0.6, 0.2, 0.5, 0.4, 0.64, 0.2, 0.2, 0.2});
   }
 
   // Every bar shows its option's contributions in the attributes' colours; the best bars are framed and their
@@ -139,8 +104,8 @@ class InsightDisplayTest final : public QObject {
     QTRY_VERIFY(Line().find("It holds in") != std::string::npos);
 
     ctlSlider* price = Slider("sliderWeighting_0");
-    QTest::mousePress(price, Qt::LeftButton, {}, TrackPoint(*price, 0.6));
-    QTest::mouseMove(price, TrackPoint(*price, 0.3));
+    QTest::mousePress(price, Qt::LeftButton, {}, f_->TrackPoint(*price, 0.6));
+    QTest::mouseMove(price, f_->TrackPoint(*price, 0.3));
     QCOMPARE(Program().Topic->GetWeighting(0), 0.3);
     // Coupe now leads and stays best while Looks weighs at least as much as Price.
     QCOMPARE(looks->Band()->first, 0.3);
@@ -149,7 +114,7 @@ class InsightDisplayTest final : public QObject {
     QCOMPARE(Line().substr(0, 28), std::string("Coupe leads Estate by 0.086."));
     QTest::qWait(120);
     QCOMPARE(Line().find("It holds in"), std::string::npos);
-    QTest::mouseRelease(price, Qt::LeftButton, {}, TrackPoint(*price, 0.3));
+    QTest::mouseRelease(price, Qt::LeftButton, {}, f_->TrackPoint(*price, 0.3));
     QTRY_VERIFY(Line().find("It holds in") != std::string::npos);
   }
 

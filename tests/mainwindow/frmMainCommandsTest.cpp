@@ -28,16 +28,12 @@ class frmMainCommandsTest final : public QObject {
   void Key(int KeyCode, Qt::KeyboardModifiers Modifiers = Qt::ControlModifier) {
     QTest::keyClick(Window(), static_cast<Qt::Key>(KeyCode), Modifiers);
   }
-  static QPoint At(const ctlSlider& Slider, double Fraction) {
-    const int inset = Slider.TrackInset();
-    return {inset + static_cast<int>(Fraction * (Slider.width() - 2 * inset)), Slider.height() / 2};
-  }
   void Drag(const char* Name, double From, double To) {
     auto* slider = f_->Find<ctlSlider>(Name);
-    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, At(*slider, From));
-    QTest::mouseMove(slider, At(*slider, (From + To) / 2));
-    QTest::mouseMove(slider, At(*slider, To));
-    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, At(*slider, To));
+    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, f_->TrackPoint(*slider, From));
+    QTest::mouseMove(slider, f_->TrackPoint(*slider, (From + To) / 2));
+    QTest::mouseMove(slider, f_->TrackPoint(*slider, To));
+    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, f_->TrackPoint(*slider, To));
   }
   static double Rating(int16_t Option, int16_t Attribute) { return Program().Topic->GetRating(Option, Attribute); }
 
