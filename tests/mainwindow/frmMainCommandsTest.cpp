@@ -151,7 +151,7 @@ class frmMainCommandsTest final : public QObject {
     const double before = Rating(0, 0);
     Drag("sliderRating_0", 0.2, 0.8);
     const double dragged = Rating(0, 0);
-    QVERIFY(dragged > 0.7);
+    QVERIFY(dragged > 0.7 && Program().Modified);
     auto* slider = f_->Find<ctlSlider>("sliderRating_1");
     slider->setFocus();
     const double keyed = Rating(0, 1);

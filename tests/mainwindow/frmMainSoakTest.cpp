@@ -148,7 +148,6 @@ class frmMainSoakTest final : public QObject {
          }},
         {"lblRating has 5",
          [](MainWindowFixture& f) { (new QLabel(f.Find("picClient")))->setObjectName("lblRating_4"); }},
-        {"sliderWeighting has 1", [](MainWindowFixture& f) { delete f.Find("sliderWeighting_1"); }},
         {"lblScore_1 hidden", [](MainWindowFixture& f) { f.Find("lblScore_1")->hide(); }},
         {"window titled", [](MainWindowFixture& f) { f.Window->setWindowTitle("Tarvelin"); }},
         {"btnAddOption disabled", [](MainWindowFixture& f) { f.Find("btnAddOption")->setEnabled(false); }},
