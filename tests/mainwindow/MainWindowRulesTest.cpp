@@ -115,6 +115,7 @@ class MainWindowRulesTest final : public QObject {
     QCOMPARE(NextDefaultName("Attribute", {"Price", "Comfort"}, 2), std::string("Attribute 3"));
     QCOMPARE(NextDefaultName("Option", {"Option 2.5", "Option x", "option 9"}, 3), std::string("Option 4"));
     QCOMPARE(NextDefaultName("Option", {"Option  12 "}, 1), std::string("Option 13"));
+    QCOMPARE(NextDefaultName("Option", {"Option ", "Option 2x", "Option inf"}, 1), std::string("Option 2"));
   }
 
   void keyFilterOrder() {

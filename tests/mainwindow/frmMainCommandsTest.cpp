@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 #include "files/modLoadSave.h"
@@ -9,6 +10,7 @@
 #include "gui_support/MainWindowFixture.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/WindowDecoration.h"
+#include "settingsdialog/frmOptions.h"
 #include "support/TempFolder.h"
 #include "widgets/ctlSlider.h"
 
@@ -106,6 +108,25 @@ class frmMainCommandsTest final : public QObject {
     f_->Click("btnLoad");
     QCOMPARE(Dialogs().SaveRequests.size(), size_t{1});
     QCOMPARE(Dialogs().OpenRequests.size(), size_t{0});
+  }
+
+  // With the preference, New shows the settings dialog for the new topic; Escape there keeps it, as OK does.
+  void newShowsTheSettingsFirstWhenAskedTo() {
+    Program().ShowSettingsOnNew = true;
+    Program().CurrentFileName = f_->File("old.tvt");
+    TarvelinTopic* before = Program().Topic.get();
+    bool shown = false;
+    QTimer escape;
+    QObject::connect(&escape, &QTimer::timeout, [&] {
+      if (auto* dialog = f_->Window->findChild<frmOptions*>(); dialog != nullptr && dialog->isVisible()) {
+        shown = true;
+        QTest::keyClick(dialog, Qt::Key_Escape);
+      }
+    });
+    escape.start(10);
+    f_->Click("btnNew");
+    QVERIFY(shown && Program().Topic.get() != before);
+    QVERIFY(Program().CurrentFileName.empty());
   }
 
   void newStartsTwoByTwoWithThePreviousNormalisation() {

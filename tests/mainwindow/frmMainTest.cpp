@@ -122,7 +122,7 @@ class frmMainTest final : public QObject {
   }
 
   void aFileThatFailsToLoadLeavesANewTopicAndOneMessage() {
-    CommandLineFile("broken.tvt", "this is not a topic");
+    CommandLineFile("broken.tvt", "this is not a topic \xF0\x9F\x8F\xA0");
     f_->Launch();
     QCOMPARE(f_->Dialogs->Messages.size(), size_t{1});
     QCOMPARE(Program().Topic->TotalOptions() + Program().Topic->TotalAttributes(), 4);
