@@ -3,13 +3,16 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QWidget>
+#include <cmath>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "mainwindow/frmMain.h"
 #include "startup/RegistryTestFolder.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
+#include "widgets/ctlSlider.h"
 
 namespace tarvelin::testing {
 
@@ -47,6 +50,24 @@ class MainWindowFixture {
     return *Window;
   }
 
+  // Starts the window on a topic of these names, weightings and ratings (option by option), as yet unmodified.
+  frmMain& Start(const std::vector<std::string>& Options, const std::vector<std::string>& Attributes,
+                 const std::vector<double>& Weightings, const std::vector<double>& Ratings) {
+    Start(static_cast<int>(Options.size()), static_cast<int>(Attributes.size()));
+    TarvelinTopic& topic = *Program().Topic;
+    for (int16_t i = 0; i < static_cast<int16_t>(Ratings.size()); ++i) {
+      const auto option = static_cast<int16_t>(i / Attributes.size()),
+                 attribute = static_cast<int16_t>(i % Attributes.size());
+      topic.SetOptionName(option, Options[static_cast<size_t>(option)]);
+      topic.SetAttributeName(attribute, Attributes[static_cast<size_t>(attribute)]);
+      topic.SetWeighting(attribute, Weightings[static_cast<size_t>(attribute)]);
+      topic.SetRating(option, attribute, Ratings[static_cast<size_t>(i)]);
+    }
+    Rebuild();
+    Program().Modified = false;
+    return *Window;
+  }
+
   // Brings the window's rows in line with the topic's counts.
   void Rebuild() {
     bool rowsChanged = false;
@@ -71,6 +92,12 @@ class MainWindowFixture {
   }
 
   std::string File(const std::string& Name) const { return Folder.Temp().File(Name); }
+
+  // A point on a slider's track at a value from 0 to 1.
+  static QPoint TrackPoint(const ctlSlider& Slider, double Value) {
+    const int inset = Slider.TrackInset();
+    return {static_cast<int>(std::lround(inset + Value * (Slider.width() - 2 * inset))), Slider.height() / 2};
+  }
 
   ScopedRegistryFolder Folder;
   ScopedScriptedDialogs Dialogs;

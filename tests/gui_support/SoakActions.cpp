@@ -1,16 +1,14 @@
-#include "gui_support/SoakActions.h"
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
-#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
-#include <QWheelEvent>
+#include <array>
 #include <initializer_list>
 
+#include "gui_support/Soak.h"
 #include "mainwindow/frmMain.h"
 
 namespace tarvelin::testing {
@@ -24,6 +22,11 @@ constexpr int kMaxAnswersPerAction = 12;
 // refuse, characters a topic file gives meaning to, and letters outside ASCII.
 const QString kTypedCharacters = QString::fromUtf8("0123456789..%-,+ abcXYZ=;[]\"'#\\\xC3\xA9\xC3\x9F\xE6\x97\xA5");
 
+template <class Choices>
+auto Pick(std::mt19937& Random, const Choices& From) {
+  return From[std::uniform_int_distribution<size_t>(0, std::size(From) - 1)(Random)];
+}
+
 std::string Name(const QObject* Object) {
   return Object->objectName().toStdString();
 }
@@ -34,6 +37,12 @@ bool IsArrayMember(const QString& Name, const char* Array) {
   return Name.startsWith(prefix) && (Name.mid(prefix.size()).toInt(&isNumber), isNumber);
 }
 
+// Sends a shortcut written as text ("Ctrl+Shift+Z") to Receiver.
+void KeyClick(QWidget* Receiver, const char* Shortcut) {
+  const QKeyCombination key = QKeySequence(Shortcut)[0];
+  QTest::keyClick(Receiver, key.key(), key.keyboardModifiers());
+}
+
 class Actor {
  public:
   Actor(frmMain& Window, std::mt19937& Random) : window_(Window), random_(Random) {
@@ -41,7 +50,12 @@ class Actor {
     QObject::connect(&answerer_, &QTimer::timeout, [this] { AnswerOpenDialog(); });
   }
 
+  // Adding outweighs deleting a little, so the counts wander over the whole range and meet both limits.
   std::string Step() {
+    static constexpr std::array<double, 9> weights{22, 10, 5, 26, 7, 5, 3, 3, 13};
+    static constexpr std::array<std::string (Actor::*)(), 9> actions{
+        &Actor::Slider,   &Actor::ClickLabel,  &Actor::ClickAnywhere, &Actor::Edit,   &Actor::HoverAndDelete,
+        &Actor::ClickAdd, &Actor::ClickToggle, &Actor::Resize,        &Actor::Command};
     if (!window_.isVisible()) {
       window_.show();  // closed by Ctrl+Q: the person starts it again on the same topic
     }
@@ -49,61 +63,32 @@ class Actor {
       window_.activateWindow();
       QApplication::processEvents();
     }
-    std::vector<double> weights;
-    for (const WeightedAction& action : Actions()) {
-      weights.push_back(action.Weight);
-    }
     // Any click may open the modal settings dialog (a click anywhere can land on its button), so a timer
     // answers it from inside its own loop during every action.
     answerer_.start();
     const std::string done =
-        (this->*Actions()[std::discrete_distribution<size_t>(weights.begin(), weights.end())(random_)].Perform)();
+        (this->*actions[std::discrete_distribution<size_t>(weights.begin(), weights.end())(random_)])();
     QApplication::processEvents();
     answerer_.stop();
     return done + dialogTranscript_;
   }
 
  private:
-  using Action = std::string (Actor::*)();
-  struct WeightedAction {
-    double Weight;
-    Action Perform;
-  };
-
-  template <class T>
-  T Pick(const std::vector<T>& Choices) {
-    return Choices[static_cast<size_t>(Between(0, static_cast<int>(Choices.size()) - 1))];
-  }
-
-  // Adding outweighs deleting a little, so the counts wander over the whole range and meet both limits.
-  static const std::vector<WeightedAction>& Actions() {
-    static const std::vector<WeightedAction> actions{
-        {22, &Actor::Slider},     {10, &Actor::ClickLabel},    {5, &Actor::ClickAnywhere},
-        {26, &Actor::Edit},       {7, &Actor::HoverAndDelete}, {5, &Actor::ClickAdd},
-        {3, &Actor::ClickToggle}, {3, &Actor::Resize},         {13, &Actor::Command},
-    };
-    return actions;
-  }
-
   int Between(int Low, int High) { return std::uniform_int_distribution<int>(Low, High)(random_); }
-
   bool Chance(double Probability) { return std::bernoulli_distribution(Probability)(random_); }
-
   QPoint PointIn(const QWidget* Widget) {
     return {Between(0, std::max(0, Widget->width() - 1)), Between(0, std::max(0, Widget->height() - 1))};
   }
-
   QWidget* Client() const { return Control("picClient"); }
-
   QLineEdit* EditBox() const { return window_.findChild<QLineEdit*>("txtEditBox"); }
-
   QWidget* Control(const char* Name) const { return window_.findChild<QWidget*>(Name); }
 
   std::vector<QWidget*> Visible(std::initializer_list<const char*> Arrays) const {
     std::vector<QWidget*> found;
     for (QWidget* control : Client()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
       for (const char* array : Arrays) {
-        if (control->isVisible() && IsArrayMember(control->objectName(), array)) {
+        if (control->isVisible() && (array == nullptr ? qobject_cast<QLabel*>(control) != nullptr
+                                                      : IsArrayMember(control->objectName(), array))) {
           found.push_back(control);
         }
       }
@@ -115,9 +100,7 @@ class Actor {
   // delete button over the highlight, the background between the rows.
   std::string ClickAt(QPoint ClientPoint) {
     QWidget* target = Client()->childAt(ClientPoint);
-    if (target == nullptr) {
-      target = Client();
-    }
+    target = target == nullptr ? Client() : target;
     QTest::mouseClick(target, Qt::LeftButton, Qt::NoModifier, target->mapFrom(Client(), ClientPoint));
     return "click " + Name(target);
   }
@@ -133,7 +116,7 @@ class Actor {
     if (sliders.empty()) {
       return ClickToggle();
     }
-    QWidget* slider = Pick(sliders);
+    QWidget* slider = Pick(random_, sliders);
     const int roll = Between(0, 21);
     return roll < 14 ? DragSlider(slider) : roll < 19 ? KeyOnSlider(slider) : WheelOnSlider(slider);
   }
@@ -152,15 +135,16 @@ class Actor {
   }
 
   std::string KeyOnSlider(QWidget* Slider) {
-    const char* name = Pick(std::vector<const char*>{"Left", "Right", "Up", "Down", "PgUp", "PgDown", "Home", "End"});
+    static constexpr std::array keys{"Left", "Right", "Up", "Down", "PgUp", "PgDown", "Home", "End"};
+    const char* name = Pick(random_, keys);
     Slider->setFocus(Qt::MouseFocusReason);
-    QTest::keyClick(Slider, QKeySequence(name)[0].key());
+    KeyClick(Slider, name);
     return std::string("key ") + name + " on " + Name(Slider);
   }
 
   std::string WheelOnSlider(QWidget* Slider) {
     const QPoint at = PointIn(Slider);
-    const int angle = Pick(std::vector<int>{-240, -120, -40, 40, 120, 360});
+    const int angle = Pick(random_, std::array{-240, -120, -40, 40, 120, 360});
     QWheelEvent wheel(at, Slider->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(Slider, &wheel);
@@ -168,55 +152,42 @@ class Actor {
   }
 
   std::string ClickLabel() {
-    std::vector<QWidget*> labels;
-    for (auto* label : Client()->findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
-      if (label->isVisible()) {
-        labels.push_back(label);
-      }
-    }
-    QWidget* label = Pick(labels);
+    QWidget* label = Pick(random_, Visible({nullptr}));
     return ClickAt(label->geometry().topLeft() + PointIn(label)) + " (aimed at " + Name(label) + ")";
   }
 
   std::string ClickAnywhere() { return ClickAt(PointIn(Client())); }
 
-  // Opens the edit box over a random name or value when it is not open.
-  std::string EnsureEditing() {
-    if (EditBox()->isVisible()) {
-      return "";
-    }
-    auto editable = Visible({"lblOption", "lblAttribute", "lblWeighting", "lblRating"});
-    editable.push_back(Control("lblTitle"));
-    QWidget* label = Pick(editable);
-    QTest::mouseClick(label, Qt::LeftButton, Qt::NoModifier, PointIn(label));
-    return "open " + Name(label) + ", ";
-  }
-
-  // Typing, or a key that ends the edit, moves on with Tab or edits the text.
+  // Typing, or a key that ends the edit, moves on with Tab or edits the text; the edit box is first opened
+  // over a random name or value when it is not open.
   std::string Edit() {
-    static const std::vector<const char*> keys{"Esc",       "Return", "Num+Enter", "Tab", "Tab",   "Shift+Backtab",
-                                               "Backspace", "Del",    "Left",      "End", "Ctrl+A"};
-    std::string done = EnsureEditing();
-    QLineEdit* editBox = EditBox();
-    if (!editBox->isVisible()) {
+    static constexpr std::array keys{"Esc",       "Return", "Num+Enter", "Tab", "Tab",   "Shift+Backtab",
+                                     "Backspace", "Del",    "Left",      "End", "Ctrl+A"};
+    std::string done;
+    if (!EditBox()->isVisible()) {
+      auto editable = Visible({"lblOption", "lblAttribute", "lblWeighting", "lblRating"});
+      editable.push_back(Control("lblTitle"));
+      QWidget* label = Pick(random_, editable);
+      QTest::mouseClick(label, Qt::LeftButton, Qt::NoModifier, PointIn(label));
+      done = "open " + Name(label) + ", ";
+    }
+    if (!EditBox()->isVisible()) {
       return done + "no edit box";
     }
     if (Chance(0.55)) {
-      return done + TypeText(editBox);
+      return done + TypeText();
     }
-    const char* name = Pick(keys);
-    const QKeyCombination key = QKeySequence(name)[0];
-    QTest::keyClick(editBox, key.key(), key.keyboardModifiers());
-    return done + "key " + name;
+    const char* key = Pick(random_, keys);
+    KeyClick(EditBox(), key);
+    return done + "key " + key;
   }
 
-  std::string TypeText(QLineEdit* EditBox) {
+  std::string TypeText() {
     const int length = Chance(0.02) ? Between(250, 270) : Between(1, 6);
     QString typed;
     for (int i = 0; i < length; ++i) {
-      const QChar character = kTypedCharacters.at(Between(0, static_cast<int>(kTypedCharacters.size()) - 1));
-      QTest::sendKeyEvent(QTest::Click, EditBox, Qt::Key_unknown, QString(character), Qt::NoModifier);
-      typed += character;
+      typed += kTypedCharacters.at(Between(0, static_cast<int>(kTypedCharacters.size()) - 1));
+      QTest::sendKeyEvent(QTest::Click, EditBox(), Qt::Key_unknown, typed.back(), Qt::NoModifier);
     }
     return "type \"" + typed.toStdString() + "\"";
   }
@@ -227,7 +198,7 @@ class Actor {
     if (names.empty()) {
       return ClickToggle();
     }
-    QWidget* name = Pick(names);
+    QWidget* name = Pick(random_, names);
     QTest::mouseMove(name, PointIn(name));
     std::string done = "hover " + Name(name);
     QWidget* remove =
@@ -252,8 +223,7 @@ class Actor {
   }
 
   std::string ClickToggle() {
-    return Clicked(
-        Control(Pick(std::vector<const char*>{"btnToggleScore", "btnToggleWeightings", "btnToggleRatings"})));
+    return Clicked(Control(Pick(random_, std::array{"btnToggleScore", "btnToggleWeightings", "btnToggleRatings"})));
   }
 
   std::string Resize() {
@@ -270,56 +240,53 @@ class Actor {
   // New, Load, Save, Settings, copy, quit, undo and redo, by button or by shortcut, to the window or to the
   // open edit box (whose own text the undo keys then act on).
   std::string Command() {
-    static const std::vector<std::pair<const char*, const char*>> routes{
-        {"btnNew", "Ctrl+N"},     {"btnLoad", "Ctrl+L"}, {"btnSave", "Ctrl+S"},
-        {"btnSettings", nullptr}, {nullptr, "Ctrl+C"},   {nullptr, "Ctrl+Q"},
-        {nullptr, "Ctrl+Z"},      {nullptr, "Ctrl+Y"},   {nullptr, "Ctrl+Shift+Z"}};
-    const auto [button, shortcut] = Pick(routes);
-    if (shortcut != nullptr && std::string(shortcut) == "Ctrl+Q" && !Chance(0.1)) {
+    static constexpr std::array<const char*, 9> buttons{"btnNew", "btnLoad", "btnSave", "btnSettings"};
+    static constexpr std::array shortcuts{"Ctrl+N", "Ctrl+L", "Ctrl+S",      "", "Ctrl+C", "Ctrl+Q",
+                                          "Ctrl+Z", "Ctrl+Y", "Ctrl+Shift+Z"};
+    const int route = Between(0, 8);
+    const char* button = buttons[static_cast<size_t>(route)];
+    const char* shortcut = shortcuts[static_cast<size_t>(route)];
+    if (std::string(shortcut) == "Ctrl+Q" && !Chance(0.1)) {
       return Command();
     }
-    if (button != nullptr && (shortcut == nullptr || Chance(0.5))) {
+    if (button != nullptr && (*shortcut == '\0' || Chance(0.5))) {
       return Clicked(Control(button));
     }
     QWidget* receiver = EditBox()->isVisible() ? static_cast<QWidget*>(EditBox()) : &window_;
-    const QKeyCombination key = QKeySequence(shortcut)[0];
-    QTest::keyClick(receiver, key.key(), key.keyboardModifiers());
+    KeyClick(receiver, shortcut);
     return std::string(shortcut) + " to " + Name(receiver);
   }
 
   void AnswerOpenDialog() {
-    QDialog* dialog = nullptr;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->objectName() == "frmOptions" && window->isVisible()) {
-        dialog = qobject_cast<QDialog*>(window);
+      auto* dialog = qobject_cast<QDialog*>(window);
+      if (dialog == nullptr || window->objectName() != "frmOptions" || !window->isVisible()) {
+        continue;
       }
-    }
-    if (dialog == nullptr) {
+      if (++answers_ > kMaxAnswersPerAction) {
+        dialogTranscript_ += " [settings closed outright]";
+        dialog->done(QDialog::Rejected);
+      } else {
+        dialogTranscript_ += " [settings " + FillSettings(*dialog) + "]";
+      }
       return;
     }
-    if (++answers_ > kMaxAnswersPerAction) {
-      dialogTranscript_ += " [settings closed outright]";
-      dialog->done(QDialog::Rejected);
-      return;
-    }
-    dialogTranscript_ += " [settings " + FillSettings(*dialog) + "]";
   }
 
   std::string FillSettings(QDialog& Dialog) {
-    static const std::vector<const char*> titles{"", "   ", "Soak topic",
-                                                 "A title long enough to be cut short in the window", "=;[x]"};
-    static const std::vector<const char*> counts{"0", "1", "2", "3", "5", "9", "10", "11", "-1", "abc", "", "32768"};
+    static constexpr std::array titles{"", "   ", "Soak topic", "A title long enough to be cut short in the window",
+                                       "=;[x]"};
+    static constexpr std::array counts{"0", "1", "2", "3", "5", "9", "10", "11", "-1", "abc", "", "32768"};
     std::string done;
-    const auto field = [&](const char* name, const std::vector<const char*>& choices) {
+    const auto field = [&](const char* name, const char* text) {
       if (Chance(0.4)) {
-        const char* text = Pick(choices);
         Dialog.findChild<QLineEdit*>(name)->setText(text);
         done += std::string(name) + "=\"" + text + "\" ";
       }
     };
-    field("txtTitle", titles);
-    field("txtOptionCount", counts);
-    field("txtAttributeCount", counts);
+    field("txtTitle", Pick(random_, titles));
+    field("txtOptionCount", Pick(random_, counts));
+    field("txtAttributeCount", Pick(random_, counts));
     for (const char* choice : {"chkNormaliseWeights", "optWeightingType_0", "optWeightingType_1", "optRange_0",
                                "optRange_1", "chkShowSettingsOnNew"}) {
       if (Chance(0.12)) {
@@ -347,6 +314,33 @@ class Actor {
 
 std::string RandomAction(frmMain& Window, std::mt19937& Random) {
   return Actor(Window, Random).Step();
+}
+
+MsgResult RandomDialogs::ShowMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon, const std::string&) {
+  static constexpr std::array names{"OK", "Yes", "No", "Cancel"};
+  MsgResult answer = MsgResult::OK;
+  if (Buttons != MsgButtons::OK) {
+    const int last = Buttons == MsgButtons::YesNo ? 2 : 3;
+    answer = static_cast<MsgResult>(std::uniform_int_distribution<int>(1, last)(random_));
+  }
+  transcript_ += " [\"" + Prompt.substr(0, 40) + "\" " + names.at(static_cast<size_t>(answer)) + "]";
+  return answer;
+}
+
+std::optional<std::string> RandomDialogs::RandomFileName(const char* Verb) {
+  static constexpr std::array stems{"soak", "other", "Topic 1", "na\xC3\xAFve"};
+  static constexpr std::array extensions{".tvt", ".tvt", ".csv", ".jpg", ".bmp", ".TVT", ""};
+  const int roll = std::uniform_int_distribution<int>(0, 19)(random_);
+  std::optional<std::string> chosen;
+  if (roll == 4) {
+    chosen = folder_.string();  // a folder, not a file
+  } else if (roll == 5) {
+    chosen = (folder_ / "missing" / "soak.tvt").string();
+  } else if (roll > 5) {
+    chosen = (folder_ / (std::string(Pick(random_, stems)) + Pick(random_, extensions))).string();
+  }
+  transcript_ += std::string(" [") + Verb + " " + chosen.value_or("cancelled") + "]";
+  return chosen;
 }
 
 }  // namespace tarvelin::testing

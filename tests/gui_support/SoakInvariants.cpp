@@ -1,5 +1,3 @@
-#include "gui_support/SoakInvariants.h"
-
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
@@ -8,20 +6,20 @@
 #include <cmath>
 #include <set>
 
+#include "gui_support/Soak.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/ViewToggles.h"
 #include "mainwindow/frmMain.h"
 #include "mainwindow/modDisplay.h"
 #include "startup/modStartup.h"
 #include "util/libmodGenericTextFunctions.h"
+#include "widgets/Palette.h"
 #include "widgets/ctlSlider.h"
 
 namespace tarvelin::testing {
 
 namespace {
 
-constexpr uint32_t kBestBarColour = 0x0CC0FE;
-constexpr uint32_t kOtherBarColour = 0x0980FD;
 const QString kEllipsis = QString::fromUtf8("\xE2\x80\xA6");
 
 QString Indexed(const char* Array, int Index) {
@@ -38,14 +36,11 @@ class Checker {
 
   std::vector<std::string> Run() {
     CheckCounts();
-    if (!problems_.empty()) {
-      return problems_;  // the rest would only read past the arrays
+    if (problems_.empty()) {  // otherwise the rest would only read past the arrays
+      CheckValues();
+      CheckNames();
+      CheckPanels();
     }
-    CheckValues();
-    CheckScores();
-    CheckNames();
-    CheckPanels();
-    CheckEditing();
     return problems_;
   }
 
@@ -55,32 +50,18 @@ class Checker {
   QMultiMap<QString, QWidget*> controls_;
   std::vector<std::string> problems_;
 
-  void Problem(const QString& What) { problems_.push_back(What.toStdString()); }
+  void Expect(bool Agrees, const QString& Otherwise) {
+    if (!Agrees) {
+      problems_.push_back(Otherwise.toStdString());
+    }
+  }
 
   template <class Widget>
   Widget* Find(const QString& Name) {
     const auto found = controls_.values(Name);
-    if (found.size() != 1 || qobject_cast<Widget*>(found.front()) == nullptr) {
-      Problem(QString("%1 controls named %2 of the expected kind").arg(found.size()).arg(Name));
-      return nullptr;
-    }
-    return qobject_cast<Widget*>(found.front());
-  }
-
-  // The array must hold exactly the controls Array_0 to Array_(Count - 1).
-  void CheckArray(const char* Array, int Count) {
-    const QString prefix = QString(Array) + "_";
-    std::set<int> indices;
-    for (auto control = controls_.cbegin(); control != controls_.cend(); ++control) {
-      bool isNumber = false;
-      const int index = control.key().startsWith(prefix) ? control.key().mid(prefix.size()).toInt(&isNumber) : -1;
-      if (isNumber) {
-        indices.insert(index);
-      }
-    }
-    if (static_cast<int>(indices.size()) != Count || (Count > 0 && *indices.rbegin() != Count - 1)) {
-      Problem(QString("%1 has %2 controls for a count of %3").arg(Array).arg(indices.size()).arg(Count));
-    }
+    auto* control = found.size() == 1 ? qobject_cast<Widget*>(found.front()) : nullptr;
+    Expect(control != nullptr, QString("%1 controls named %2 of the expected kind").arg(found.size()).arg(Name));
+    return control;
   }
 
   // Every control array with the count it must hold and whether its panel shows it.
@@ -100,63 +81,61 @@ class Checker {
             {"sliderWeighting", a, w}, {"lblRating", o * a, r}, {"sliderRating", o * a, r}};
   }
 
+  // Each array must hold exactly the controls Array_0 to Array_(Count - 1).
   void CheckCounts() {
     const int options = topic_.TotalOptions();
     const int attributes = topic_.TotalAttributes();
-    if (options < 1 || options > Program().MaxOptions || attributes < 1 || attributes > Program().MaxAttributes) {
-      Problem(QString("counts out of range: %1 options, %2 attributes").arg(options).arg(attributes));
-      return;
-    }
-    for (const ControlArray& array : Arrays()) {
-      CheckArray(array.Name, array.Count);
+    Expect(options >= 1 && options <= Program().MaxOptions && attributes >= 1 && attributes <= Program().MaxAttributes,
+           QString("counts out of range: %1 options, %2 attributes").arg(options).arg(attributes));
+    for (const ControlArray& array : problems_.empty() ? Arrays() : std::vector<ControlArray>()) {
+      const QString prefix = QString(array.Name) + "_";
+      std::set<int> indices;
+      for (const QString& name : controls_.uniqueKeys()) {
+        bool isNumber = false;
+        const int index = name.startsWith(prefix) ? name.mid(prefix.size()).toInt(&isNumber) : -1;
+        if (isNumber) {
+          indices.insert(index);
+        }
+      }
+      Expect(static_cast<int>(indices.size()) == array.Count && *indices.rbegin() == array.Count - 1,
+             QString("%1 has %2 controls for a count of %3").arg(array.Name).arg(indices.size()).arg(array.Count));
     }
   }
 
   void CheckValue(const char* Slider, const char* Label, int Index, double Value) {
     const QString where = Indexed(Label, Index);
-    if (!(Value >= 0.0 && Value <= 1.0)) {
-      Problem(QString("%1 stands for %2, outside 0 to 1").arg(where).arg(Value, 0, 'g', 17));
+    Expect(Value >= 0.0 && Value <= 1.0, QString("%1 stands for %2, outside 0 to 1").arg(where).arg(Value, 0, 'g', 17));
+    if (auto* slider = Find<ctlSlider>(Indexed(Slider, Index))) {
+      Expect(slider->Value() == std::lround(Value * 100),
+             QString("%1 at %2 for %3").arg(slider->objectName()).arg(slider->Value()).arg(Value, 0, 'g', 17));
     }
-    auto* slider = Find<ctlSlider>(Indexed(Slider, Index));
-    auto* label = Find<QLabel>(where);
-    if (slider == nullptr || label == nullptr) {
-      return;
-    }
-    if (slider->Value() != std::lround(Value * 100)) {
-      Problem(QString("%1 at %2 for %3").arg(slider->objectName()).arg(slider->Value()).arg(Value, 0, 'g', 17));
-    }
-    double shown = Value;
     const QString expected =
-        QString::fromStdString(FormatNumberForDisplay(shown, topic_.Rounding(), Program().DisplayAsDecimal));
-    if (label->text() != expected) {
-      Problem(QString("%1 shows \"%2\" for %3").arg(where, label->text(), expected));
+        QString::fromStdString(FormatNumberForDisplay(Value, topic_.Rounding(), Program().DisplayAsDecimal));
+    if (auto* label = Find<QLabel>(where)) {
+      Expect(label->text() == expected, QString("%1 shows \"%2\" for %3").arg(where, label->text(), expected));
     }
   }
 
+  // Also the best score bars' colour.
   void CheckValues() {
-    for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
+    const int16_t attributes = topic_.TotalAttributes();
+    std::vector<double> scores;
+    for (int16_t a = 0; a < attributes; ++a) {
       CheckValue("sliderWeighting", "lblWeighting", a, topic_.GetWeighting(a));
     }
     for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
-      for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
-        CheckValue("sliderRating", "lblRating", o * topic_.TotalAttributes() + a, topic_.GetRating(o, a));
+      for (int16_t a = 0; a < attributes; ++a) {
+        CheckValue("sliderRating", "lblRating", o * attributes + a, topic_.GetRating(o, a));
       }
-    }
-  }
-
-  void CheckScores() {
-    std::vector<double> scores;
-    for (int16_t o = 0; o < topic_.TotalOptions(); ++o) {
       scores.push_back(topic_.GetScore(o));
       CheckValue("sliderScore", "lblScore", o, scores.back());
     }
     const double best = *std::max_element(scores.begin(), scores.end());
     for (size_t o = 0; o < scores.size(); ++o) {
-      auto* bar = Find<ctlSlider>(Indexed("sliderScore", static_cast<int>(o)));
-      const uint32_t expected = scores[o] == best ? kBestBarColour : kOtherBarColour;
-      if (bar != nullptr && bar->BarColour() != expected) {
-        Problem(bar->objectName() +
-                QString(" coloured %1 for %2, best %3").arg(bar->BarColour(), 6, 16).arg(scores[o]).arg(best));
+      if (auto* bar = Find<ctlSlider>(Indexed("sliderScore", static_cast<int>(o)))) {
+        Expect(bar->BarColour() == (scores[o] == best ? Palette::BestBar : Palette::OtherBar),
+               bar->objectName() +
+                   QString(" coloured %1 for %2, best %3").arg(bar->BarColour(), 6, 16).arg(scores[o]).arg(best));
       }
     }
   }
@@ -168,23 +147,19 @@ class Checker {
       return;
     }
     const QString name = QString::fromStdString(Name);
-    if (Tagged && label->property("tag").toString() != name) {
-      Problem(QString("%1 tagged \"%2\" for \"%3\"").arg(LabelName, label->property("tag").toString(), name));
-    }
+    const QString tag = label->property("tag").toString();
+    Expect(!Tagged || tag == name, QString("%1 tagged \"%2\" for \"%3\"").arg(LabelName, tag, name));
     const QString text = label->text();
     const QString stem = text.endsWith(kEllipsis) ? text.chopped(kEllipsis.size()) : QString();
-    const QString trimmed = QString::fromStdString(TrimBlanks(Name));
-    if (text != name && (stem.isEmpty() || !trimmed.startsWith(stem))) {
-      Problem(QString("%1 shows \"%2\" for \"%3\"").arg(LabelName, text, name));
-    }
+    Expect(text == name || (!stem.isEmpty() && QString::fromStdString(TrimBlanks(Name)).startsWith(stem)),
+           QString("%1 shows \"%2\" for \"%3\"").arg(LabelName, text, name));
   }
 
   void CheckNames() {
     CheckName("lblTitle", topic_.Name(), true);
     const QString caption = QString::fromStdString(Program().AppTitle + " - " + topic_.Name());
-    if (window_.windowTitle() != caption) {
-      Problem(QString("window titled \"%1\" for \"%2\"").arg(window_.windowTitle(), caption));
-    }
+    Expect(window_.windowTitle() == caption,
+           QString("window titled \"%1\" for \"%2\"").arg(window_.windowTitle(), caption));
     for (int16_t a = 0; a < topic_.TotalAttributes(); ++a) {
       CheckName(Indexed("lblAttribute", a), topic_.GetAttributeName(a), true);
     }
@@ -194,40 +169,29 @@ class Checker {
     }
   }
 
-  void CheckAddButton(const char* Name, int Count, int Maximum) {
-    auto* button = Find<QAbstractButton>(Name);
-    if (button != nullptr && button->isEnabled() != (Count < Maximum)) {
-      Problem(QString("%1 %2 at a count of %3").arg(Name, button->isEnabled() ? "enabled" : "disabled").arg(Count));
-    }
-  }
-
+  // Also the add buttons, the loading flags and the edit box.
   void CheckPanels() {
     for (const ControlArray& array : Arrays()) {
       for (int i = 0; i < array.Count && window_.isVisible() && !window_.isMinimized(); ++i) {
         auto* control = Find<QWidget>(Indexed(array.Name, i));
-        if (control != nullptr && control->isVisible() != array.Shown) {
-          Problem(QString("%1 %2 while its panel is %3")
-                      .arg(control->objectName(), control->isVisible() ? "shown" : "hidden",
-                           array.Shown ? "expanded" : "collapsed"));
-        }
+        Expect(
+            control == nullptr || control->isVisible() == array.Shown,
+            QString("%1 %2 while its panel is %3")
+                .arg(Indexed(array.Name, i), array.Shown ? "hidden" : "shown", array.Shown ? "expanded" : "collapsed"));
       }
     }
-    CheckAddButton("btnAddAttribute", topic_.TotalAttributes(), Program().MaxAttributes);
-    CheckAddButton("btnAddOption", topic_.TotalOptions(), Program().MaxOptions);
-    if (window_.IsLoading() || Program().IsLoading) {
-      Problem("the window is still loading");
+    for (const auto& [name, count, maximum] :
+         {std::tuple{"btnAddAttribute", topic_.TotalAttributes(), Program().MaxAttributes},
+          std::tuple{"btnAddOption", topic_.TotalOptions(), Program().MaxOptions}}) {
+      auto* button = Find<QAbstractButton>(name);
+      Expect(button == nullptr || button->isEnabled() == (count < maximum),
+             QString("%1 %2 at a count of %3").arg(name, count < maximum ? "disabled" : "enabled").arg(count));
     }
-  }
-
-  void CheckEditing() {
+    Expect(!window_.IsLoading() && !Program().IsLoading, "the window is still loading");
     auto* editBox = Find<QLineEdit>("txtEditBox");
-    if (editBox == nullptr || !editBox->isVisible()) {
-      return;
-    }
-    const QLabel* editing = window_.Editor().EditingLabel();
-    if (std::find(controls_.cbegin(), controls_.cend(), editing) == controls_.cend()) {
-      Problem("the edit box is open over a label that no longer exists");
-    }
+    Expect(editBox == nullptr || !editBox->isVisible() ||
+               std::find(controls_.cbegin(), controls_.cend(), window_.Editor().EditingLabel()) != controls_.cend(),
+           "the edit box is open over a label that no longer exists");
   }
 };
 

@@ -4,27 +4,18 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
-#include <cmath>
 #include <map>
-#include <memory>
-#include <vector>
 
 #include "gui_support/GuiTestRegistry.h"
 #include "gui_support/MainWindowFixture.h"
+#include "gui_support/SegmentPixels.h"
+#include "insight/TopicInsight.h"
 #include "mainwindow/InsightDisplay.h"
 #include "settingsdialog/frmOptions.h"
-#include "startup/modStartup.h"
-#include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 
 namespace {
-
-// A point on a slider's track at a value from 0 to 1.
-QPoint TrackPoint(const ctlSlider& Slider, double Value) {
-  const int inset = Slider.TrackInset();
-  return {static_cast<int>(std::lround(inset + Value * (Slider.width() - 2 * inset))), Slider.height() / 2};
-}
 
 // Every control of the client area by name, with its geometry.
 std::map<QString, QRect> Geometries(const QWidget& Client) {
@@ -37,9 +28,14 @@ std::map<QString, QRect> Geometries(const QWidget& Client) {
   return geometries;
 }
 
+QImage Picture(QWidget* Widget) {
+  return Widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
 }  // namespace
 
-// How robust the best option is, as the window shows it: bands, ticks, tooltips and the line under the scores.
+// How the window explains its scores: how robust the best option is (bands, ticks, tooltips and the line under
+// the scores), the score bars' tooltips and, with the preference, the bars split by attribute.
 class InsightDisplayTest final : public QObject {
   Q_OBJECT
 
@@ -50,20 +46,7 @@ class InsightDisplayTest final : public QObject {
   const std::string& Line() { return f_->Window->Insight().LineText(); }
 
   // Estate leads Coupe by 0.120: Estate is best while Price weighs at least 0.400, or Looks at most 0.600.
-  void StartEstateAndCoupe() {
-    f_->Start(2, 2);
-    TarvelinTopic& topic = *Program().Topic;
-    topic.SetOptionName(0, "Estate");
-    topic.SetOptionName(1, "Coupe");
-    topic.SetAttributeName(0, "Price");
-    topic.SetAttributeName(1, "Looks");
-    topic.SetWeighting(0, 0.6);
-    topic.SetWeighting(1, 0.4);
-    for (int16_t cell = 0; cell < 4; ++cell) {
-      topic.SetRating(cell / 2, cell % 2, cell == 0 || cell == 3 ? 0.8 : 0.2);
-    }
-    f_->Rebuild();
-  }
+  void StartEstateAndCoupe() { f_->Start({"Estate", "Coupe"}, {"Price", "Looks"}, {0.6, 0.4}, {0.8, 0.2, 0.2, 0.8}); }
 
   // Turns the preference over in the settings dialog, opened from the window as the person opens it.
   void ToggleInsightInSettings() {
@@ -77,9 +60,38 @@ class InsightDisplayTest final : public QObject {
     QTest::mouseClick(f_->Find("btnSettings"), Qt::LeftButton);
   }
 
+  // Three cars on three attributes, Estate ahead of Coupe on two attributes and behind it on one.
+  frmMain& StartCars() {
+    return f_->Start({"Estate", "Coupe", "Hatchback"}, {"Safety", "Comfort", "Looks"}, {1.0, 0.5, 0.5},
+                     {0.8, 0.6, 0.2, 0.5, 0.4, 0.64, 0.2, 0.2, 0.2});
+  }
+
+  // Every bar shows its option's contributions in the attributes' colours; the best bars are framed and their
+  // titles filled in the best colour.
+  void CheckSplitBars() {
+    const TarvelinTopic& topic = *Program().Topic;
+    const QImage client = Picture(f_->Find("picClient"));
+    for (int16_t o = 0; o < topic.TotalOptions(); ++o) {
+      auto* bar = f_->Find<ctlSlider>(QString("sliderScore_%1").arg(o));
+      for (int16_t a = 0; a < topic.TotalAttributes(); ++a) {
+        QCOMPARE(bar->Segments().at(static_cast<size_t>(a)),
+                 ctlSlider::Segment(ScoreContribution(topic, o, a), Palette::AttributeColour(a)));
+      }
+      const QString fault = testing::SplitBarFault(*bar);
+      QVERIFY2(fault.isEmpty(), qPrintable(fault));
+      const bool best = bar->BarColour() == Palette::BestBar;
+      const QRect title = f_->Find(QString("lblScoreTitle_%1").arg(o))->geometry();
+      QCOMPARE(bar->Framed(), best);
+      QCOMPARE(client.pixelColor(title.right() - 2, title.center().y()) == ColourFromColorref(Palette::BestBar), best);
+    }
+  }
+
  private slots:
   void init() { f_ = std::make_unique<testing::MainWindowFixture>(); }
-  void cleanup() { f_.reset(); }
+  void cleanup() {
+    f_.reset();
+    Program().SplitScoreBars = false;
+  }
 
   // Dragging one weighting moves the other's band and ticks at once; the hold share waits for the release.
   void draggingAWeightingMovesTheOtherBandAndTheHoldShareFollowsTheRelease() {
@@ -92,8 +104,8 @@ class InsightDisplayTest final : public QObject {
     QTRY_VERIFY(Line().find("It holds in") != std::string::npos);
 
     ctlSlider* price = Slider("sliderWeighting_0");
-    QTest::mousePress(price, Qt::LeftButton, {}, TrackPoint(*price, 0.6));
-    QTest::mouseMove(price, TrackPoint(*price, 0.3));
+    QTest::mousePress(price, Qt::LeftButton, {}, f_->TrackPoint(*price, 0.6));
+    QTest::mouseMove(price, f_->TrackPoint(*price, 0.3));
     QCOMPARE(Program().Topic->GetWeighting(0), 0.3);
     // Coupe now leads and stays best while Looks weighs at least as much as Price.
     QCOMPARE(looks->Band()->first, 0.3);
@@ -102,7 +114,7 @@ class InsightDisplayTest final : public QObject {
     QCOMPARE(Line().substr(0, 28), std::string("Coupe leads Estate by 0.086."));
     QTest::qWait(120);
     QCOMPARE(Line().find("It holds in"), std::string::npos);
-    QTest::mouseRelease(price, Qt::LeftButton, {}, TrackPoint(*price, 0.3));
+    QTest::mouseRelease(price, Qt::LeftButton, {}, f_->TrackPoint(*price, 0.3));
     QTRY_VERIFY(Line().find("It holds in") != std::string::npos);
   }
 
@@ -163,6 +175,53 @@ class InsightDisplayTest final : public QObject {
     Program().ShowInsight = true;
     QVERIFY(StartUp({}));
     QVERIFY(!Program().ShowInsight);
+  }
+
+  void barsSayWhyTheirOptionTrailsTheBestAndFollowEveryChange() {
+    StartCars();
+    const QString estateOverCoupe =
+        "Estate beats Coupe mainly on Safety (+0.150) and Comfort (+0.050); Coupe does better on Looks (+0.110).";
+    QCOMPARE(f_->Find("sliderScore_0")->toolTip(), estateOverCoupe);
+    QCOMPARE(f_->Find("sliderScore_1")->toolTip(), estateOverCoupe);
+    QCOMPARE(f_->Find("lblScore_2")->toolTip(), QString("Estate beats Hatchback mainly on Safety (+0.300) and "
+                                                        "Comfort (+0.100)."));
+    auto* coupeSafety = f_->Find<ctlSlider>("sliderRating_3");
+    coupeSafety->setFocus();
+    QTest::keyClick(coupeSafety, Qt::Key_End);
+    QCOMPARE(f_->Find("sliderScore_0")->toolTip(),
+             QString("Coupe beats Estate mainly on Looks (+0.110) and Safety (+0.100); Estate does better on "
+                     "Comfort (+0.050)."));
+  }
+
+  void splitBarsShareEachFilledLengthByAttributeAndFollowTheSliders() {
+    Program().SplitScoreBars = true;
+    StartCars();
+    QVERIFY(!f_->Has("picSwatch_3"));
+    for (int16_t a = 0; a < 3; ++a) {
+      QWidget* swatch = f_->Find(QString("picSwatch_%1").arg(a));
+      QCOMPARE(Picture(swatch).pixelColor(5, 5), ColourFromColorref(Palette::AttributeColour(a)));
+    }
+    CheckSplitBars();
+    auto* safety = f_->Find<ctlSlider>("sliderWeighting_0");
+    safety->setFocus();
+    QTest::keyClick(safety, Qt::Key_Home);
+    QCOMPARE(f_->Find<ctlSlider>("sliderScore_1")->BarColour(), Palette::BestBar);
+    CheckSplitBars();
+  }
+
+  // Off, nothing of the window differs from a window that never had the preference.
+  void turningTheSplitOffRestoresEveryControlAndPixel() {
+    frmMain& window = StartCars();
+    QWidget* client = f_->Find("picClient");
+    const QImage before = Picture(client);
+    Program().SplitScoreBars = true;
+    window.UpdateSettings();
+    QVERIFY(Picture(client) != before);
+    Program().SplitScoreBars = false;
+    window.UpdateSettings();
+    QCOMPARE(Picture(client), before);
+    QVERIFY(f_->Find("picSwatch_0")->isHidden());
+    QCOMPARE(f_->Find<ctlSlider>("sliderScore_0")->TrackInset(), 0);
   }
 };
 

@@ -36,32 +36,21 @@ class MainWindowRulesTest final : public QObject {
     AddRow("decimal, rounding 2, huge", 1e70, 2, true,
            "10000000000000000725314363815292351261583744096465219555182101554790400.00");
   }
+  // Percentage display leaves the caller's number in percent.
   void formatsDecimalsAndPercentages() {
     QFETCH(double, number);
     QFETCH(int, rounding);
     QFETCH(bool, decimal);
+    const double given = number;
     QTEST(QString::fromStdString(FormatNumberForDisplay(number, static_cast<int16_t>(rounding), decimal)), "text");
+    QCOMPARE(number, decimal ? given : given * 100);
   }
 
-  void unroundedDecimalsReadBackAsThemselves_data() {
-    QTest::addColumn<double>("value");
-    AddRow("a third", 1.0 / 3);
-    AddRow("just below 1", std::nextafter(1.0, 0.0));
-    AddRow("1e-66", 1e-66);
-    AddRow("smallest denormal", std::numeric_limits<double>::denorm_min());
-  }
   void unroundedDecimalsReadBackAsThemselves() {
-    QFETCH(double, value);
-    double shown = value;
-    QCOMPARE(NormaliseNumericInput(FormatNumberForDisplay(shown, -1, true), true), value);
-  }
-
-  void percentageDisplayLeavesTheCallersNumberInPercent() {
-    double number = 0.25;
-    FormatNumberForDisplay(number, 2, false);
-    QCOMPARE(number, 25.0);
-    FormatNumberForDisplay(number, 2, true);
-    QCOMPARE(number, 25.0);
+    for (const double value : {1.0 / 3, std::nextafter(1.0, 0.0), 1e-66, std::numeric_limits<double>::denorm_min()}) {
+      double shown = value;
+      QCOMPARE(NormaliseNumericInput(FormatNumberForDisplay(shown, -1, true), true), value);
+    }
   }
 
   void parsesInputByTheDisplaySettingNotTheSign_data() {
@@ -122,6 +111,20 @@ class MainWindowRulesTest final : public QObject {
     QCOMPARE(underGerman, label);
   }
 
+  void nextDefaultNameRules() {
+    QCOMPARE(NextDefaultName("Attribute", {"Price", "Comfort"}, 2), std::string("Attribute 3"));
+    QCOMPARE(NextDefaultName("Option", {"Option 2.5", "Option x", "option 9"}, 3), std::string("Option 4"));
+    QCOMPARE(NextDefaultName("Option", {"Option  12 "}, 1), std::string("Option 13"));
+    QCOMPARE(NextDefaultName("Option", {"Option ", "Option 2x", "Option inf"}, 1), std::string("Option 2"));
+  }
+
+  void keyFilterOrder() {
+    QCOMPARE(FilterEditBoxKey(U'5', U"12", true, 2), EditKeyAction::Discard);
+    QCOMPARE(FilterEditBoxKey(KeyBackspace, U"12", true, 2), EditKeyAction::Accept);
+    QCOMPARE(FilterEditBoxKey(U'.', U"1.2", true, 10), EditKeyAction::Discard);
+    QCOMPARE(FilterEditBoxKey(U'.', U"1.2", false, 10), EditKeyAction::Accept);
+    QCOMPARE(FilterEditBoxKey(U'a', U"abc", false, 3), EditKeyAction::Discard);
+  }
   void snapsHeightBeforeWidthAndNeverWhenMaximised() {
     const PixelSize outer{310, 230};
     QCOMPARE(SnapToMinimumClientSize(outer, {300, 200}, false).value(), (PixelSize{310, 230 - 200 + 420}));

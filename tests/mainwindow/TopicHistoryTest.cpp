@@ -1,14 +1,7 @@
 #include <QTest>
-#include <algorithm>
-#include <cmath>
-#include <cstddef>
 #include <functional>
-#include <iterator>
-#include <memory>
 #include <optional>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "files/modLoadSave.h"
 #include "gui_support/GuiTestRegistry.h"
@@ -23,21 +16,6 @@ namespace {
 
 TarvelinTopic& Live() {
   return *Program().Topic;
-}
-
-// An edit as the window makes it: the change, the modified flag, then the history.
-void Edit(TopicHistory& History, double Weighting) {
-  Live().SetWeighting(0, Weighting);
-  SetModified();
-  History.Record();
-}
-
-int UndoAll(TopicHistory& History) {
-  int steps = 0;
-  for (; History.CanUndo(); ++steps) {
-    History.Undo();
-  }
-  return steps;
 }
 
 // What the history must hold: the topic after every step, oldest first, where undo and redo stand and which
@@ -230,9 +208,14 @@ class TopicHistoryTest final : public QObject {
   void historyKeepsTheLatestSteps() {
     TopicHistory history(nullptr);
     for (int step = 1; step <= TopicHistory::StepLimit + 1; ++step) {
-      Edit(history, step / 2048.0);
+      Live().SetWeighting(0, step / 2048.0);
+      history.Record();
     }
-    QCOMPARE(UndoAll(history), TopicHistory::StepLimit);
+    int steps = 0;
+    for (; history.CanUndo(); ++steps) {
+      history.Undo();
+    }
+    QCOMPARE(steps, TopicHistory::StepLimit);
     QCOMPARE(Live().GetWeighting(0), 1 / 2048.0);
   }
 };

@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 #include "files/modLoadSave.h"
@@ -9,6 +10,7 @@
 #include "gui_support/MainWindowFixture.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/WindowDecoration.h"
+#include "settingsdialog/frmOptions.h"
 #include "support/TempFolder.h"
 #include "widgets/ctlSlider.h"
 
@@ -28,16 +30,12 @@ class frmMainCommandsTest final : public QObject {
   void Key(int KeyCode, Qt::KeyboardModifiers Modifiers = Qt::ControlModifier) {
     QTest::keyClick(Window(), static_cast<Qt::Key>(KeyCode), Modifiers);
   }
-  static QPoint At(const ctlSlider& Slider, double Fraction) {
-    const int inset = Slider.TrackInset();
-    return {inset + static_cast<int>(Fraction * (Slider.width() - 2 * inset)), Slider.height() / 2};
-  }
   void Drag(const char* Name, double From, double To) {
     auto* slider = f_->Find<ctlSlider>(Name);
-    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, At(*slider, From));
-    QTest::mouseMove(slider, At(*slider, (From + To) / 2));
-    QTest::mouseMove(slider, At(*slider, To));
-    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, At(*slider, To));
+    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, f_->TrackPoint(*slider, From));
+    QTest::mouseMove(slider, f_->TrackPoint(*slider, (From + To) / 2));
+    QTest::mouseMove(slider, f_->TrackPoint(*slider, To));
+    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, f_->TrackPoint(*slider, To));
   }
   static double Rating(int16_t Option, int16_t Attribute) { return Program().Topic->GetRating(Option, Attribute); }
 
@@ -112,6 +110,25 @@ class frmMainCommandsTest final : public QObject {
     QCOMPARE(Dialogs().OpenRequests.size(), size_t{0});
   }
 
+  // With the preference, New shows the settings dialog for the new topic; Escape there keeps it, as OK does.
+  void newShowsTheSettingsFirstWhenAskedTo() {
+    Program().ShowSettingsOnNew = true;
+    Program().CurrentFileName = f_->File("old.tvt");
+    TarvelinTopic* before = Program().Topic.get();
+    bool shown = false;
+    QTimer escape;
+    QObject::connect(&escape, &QTimer::timeout, [&] {
+      if (auto* dialog = f_->Window->findChild<frmOptions*>(); dialog != nullptr && dialog->isVisible()) {
+        shown = true;
+        QTest::keyClick(dialog, Qt::Key_Escape);
+      }
+    });
+    escape.start(10);
+    f_->Click("btnNew");
+    QVERIFY(shown && Program().Topic.get() != before);
+    QVERIFY(Program().CurrentFileName.empty());
+  }
+
   void newStartsTwoByTwoWithThePreviousNormalisation() {
     Program().Topic->SetNormaliseWeights(true);
     Program().Topic->SetTotalOptions(5);
@@ -153,10 +170,9 @@ class frmMainCommandsTest final : public QObject {
 
   void aDragAndARunOfKeysAreOneStepEach() {
     const double before = Rating(0, 0);
-    const QString beforeText = f_->Find<QLabel>("lblRating_0")->text();
     Drag("sliderRating_0", 0.2, 0.8);
     const double dragged = Rating(0, 0);
-    QVERIFY(dragged > 0.7);
+    QVERIFY(dragged > 0.7 && Program().Modified);
     auto* slider = f_->Find<ctlSlider>("sliderRating_1");
     slider->setFocus();
     const double keyed = Rating(0, 1);
@@ -169,7 +185,6 @@ class frmMainCommandsTest final : public QObject {
     QCOMPARE(Rating(0, 0), dragged);
     Key(Qt::Key_Z);
     QCOMPARE(Rating(0, 0), before);
-    QCOMPARE(f_->Find<QLabel>("lblRating_0")->text(), beforeText);
     Key(Qt::Key_Y);
     QCOMPARE(Rating(0, 0), dragged);
     Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
@@ -187,9 +202,7 @@ class frmMainCommandsTest final : public QObject {
     Key(Qt::Key_Z);
     QCOMPARE(Program().Topic->TotalOptions(), int16_t{3});
     QCOMPARE(Program().Topic->GetOptionName(0), std::string("Estate"));
-    QCOMPARE(f_->Find<QLabel>("lblOption_0")->text(), QString("Estate"));
     QCOMPARE(f_->Find<QLabel>("lblScoreTitle_0")->text(), QString("Estate"));
-    QVERIFY(f_->Has("sliderRating_5"));
     Key(Qt::Key_Z);
     Key(Qt::Key_Z);
     QCOMPARE(Program().Topic->GetOptionName(0), std::string("Option 1"));
