@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "startup/Dialogs.h"
 #include "util/TarvelinError.h"
@@ -19,5 +20,8 @@ MsgResult ShowFileMessage(const std::string& Prompt, MsgButtons Buttons, MsgIcon
 
 // Headline, then the error's number and description, as a critical message.
 void ReportFileError(const char* Headline, const TarvelinError& Error);
+
+// Replaces FileName with Contents as one atomic write; a failure is shown as a save error. True when written.
+bool WriteFileReporting(const std::string& FileName, std::string_view Contents);
 
 }  // namespace tarvelin

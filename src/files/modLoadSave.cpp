@@ -12,7 +12,6 @@
 #include "model/TarvelinTopic.h"
 #include "model/modRounding.h"
 #include "startup/modStartup.h"
-#include "util/AtomicFile.h"
 #include "util/TarvelinError.h"
 #include "util/libmodGenericTextFunctions.h"
 #include "util/modPath.h"
@@ -136,13 +135,7 @@ bool ReadTopicValues(const INIFile& Ini, TarvelinTopic& Topic) {
 }  // namespace
 
 bool SaveTopicFile(const std::string& FileName, const TarvelinTopic& Topic) {
-  try {
-    WriteFileAtomically(FileName, TopicFileText(Topic));
-    return true;
-  } catch (const TarvelinError& error) {
-    ReportFileError(kSaveFailedMessage, error);
-    return false;
-  }
+  return WriteFileReporting(FileName, TopicFileText(Topic));
 }
 
 bool LoadTopicFile(const std::string& FileName, std::unique_ptr<TarvelinTopic>& Topic) {
@@ -218,13 +211,8 @@ bool SaveScreenshot(const std::string& FileName, bool AsJpeg) {
 
 // Writes the decision report the main window makes of Topic. Nothing is written without a window.
 void SaveDecisionReport(const std::string& FileName, const TarvelinTopic& Topic, ReportFormat Format) {
-  if (!Program().DecisionReport) {
-    return;
-  }
-  try {
-    WriteFileAtomically(FileName, Program().DecisionReport(Topic, Format));
-  } catch (const TarvelinError& error) {
-    ReportFileError(kSaveFailedMessage, error);
+  if (Program().DecisionReport) {
+    WriteFileReporting(FileName, Program().DecisionReport(Topic, Format));
   }
 }
 

@@ -7,7 +7,6 @@
 #include "files/modNumberText.h"
 #include "model/TarvelinTopic.h"
 #include "startup/modStartup.h"
-#include "util/AtomicFile.h"
 #include "util/libmodGenericTextFunctions.h"
 
 namespace tarvelin {
@@ -240,13 +239,7 @@ void ExportTopicCSV(const std::string& FileName, const TarvelinTopic& Topic) {
 }
 
 bool ExportTopicCSVReporting(const std::string& FileName, const TarvelinTopic& Topic) {
-  try {
-    WriteFileAtomically(FileName, TopicCSVText(Topic));
-    return true;
-  } catch (const TarvelinError& error) {
-    ReportFileError(kSaveFailedMessage, error);
-    return false;
-  }
+  return WriteFileReporting(FileName, TopicCSVText(Topic));
 }
 
 bool ImportTopicCSV(const std::string& FileName, std::unique_ptr<TarvelinTopic>& Topic) {
