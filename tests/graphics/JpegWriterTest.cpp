@@ -49,7 +49,6 @@ TEST(JpegWriterRoundTrip, SmoothGradientComesBackWithinThreeAtFullQuality) {
     // The window background's sweep into the bottom-right corner.
     clsGradientFill().GradientFillTri(picture, 0xFFEFDF, 0xFFEFDF, 0xFFC891, 0xFFEFDF);
     const std::string file = folder.File("gradient.jpg");
-    testing::WriteBytes(file, "an older file");
     WriteJpegFile(picture, file, 100);
     EXPECT_LE(LargestDifferenceAfterDecoding(testing::ReadBytes(file), picture), 3) << "width " << width;
   }
