@@ -195,9 +195,10 @@ TEST(TopicLoad, RefusalsAreReportedOnceAndKeepTheTopic) {
   const std::string invalidWeighting = "Invalid weighting for attribute 0.\r\rUnable to load file.";
   const struct {
     const char* FileName;
-    std::string Bytes;
+    std::string Bytes;  // empty: no file at all
     std::string Message;
   } rows[] = {
+      {"none.tvt", "", LoadError(53, "File not found")},
       {"count.tvt", "[Topic]\r\nTotalOptions=x\r\n", LoadError(13, "Type mismatch")},
       {"huge.tvt", TopicFileText(40000, 1), LoadError(6, "Overflow")},
       {"flag.tvt", "[Topic]\r\nTotalOptions=1\r\nTotalAttributes=1\r\nInvertWeights=no",
@@ -212,7 +213,9 @@ TEST(TopicLoad, RefusalsAreReportedOnceAndKeepTheTopic) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.FileName);
     ScopedScriptedDialogs dialogs;
-    WriteBytes(folder.File(row.FileName), row.Bytes);
+    if (!row.Bytes.empty()) {
+      WriteBytes(folder.File(row.FileName), row.Bytes);
+    }
     TopicPtr topic = CarTopic();
     const TarvelinTopic* before = topic.get();
     EXPECT_FALSE(LoadTopicReportingErrors(folder.File(row.FileName), topic));
