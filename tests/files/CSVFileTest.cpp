@@ -14,6 +14,7 @@ namespace tarvelin {
 namespace {
 
 using testing::ErrorNumberOf;
+using testing::Repeated;
 using testing::TempFolder;
 using testing::WriteBytes;
 using Cells = std::vector<std::string>;
@@ -84,14 +85,6 @@ TEST(CSVFileLoad, MissingFileRaisesAndRelativeNamesUseTheProgramFolder) {
   CSVFile csv;
   EXPECT_EQ(ErrorNumberOf([&] { csv.Load(name); }), ErrFileNotFound);
   EXPECT_EQ(name, ProgramFolder() + PathSeparator() + "no-such-data.csv");
-}
-
-std::string Repeated(std::string_view Text, int Count) {
-  std::string text;
-  for (int copy = 0; copy < Count; ++copy) {
-    text.append(Text);
-  }
-  return text;
 }
 
 // Rows and character positions are 16-bit: past them the load raises, it never runs away. A field without a

@@ -23,21 +23,13 @@
 namespace tarvelin {
 namespace {
 
+using testing::Repeated;
 using testing::ScopedScriptedDialogs;
 
 size_t PeakMemory() {
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
   return static_cast<size_t>(usage.ru_maxrss) * 1024;
-}
-
-std::string Repeated(std::string_view Text, size_t Count) {
-  std::string text;
-  text.reserve(Text.size() * Count);
-  for (size_t copy = 0; copy < Count; ++copy) {
-    text += Text;
-  }
-  return text;
 }
 
 void Load(const std::string& FileName) {

