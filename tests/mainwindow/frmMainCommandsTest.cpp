@@ -8,6 +8,7 @@
 #include "files/modLoadSave.h"
 #include "gui_support/GuiTestRegistry.h"
 #include "gui_support/MainWindowFixture.h"
+#include "gui_support/SliderPixels.h"
 #include "mainwindow/LabelEditor.h"
 #include "mainwindow/WindowDecoration.h"
 #include "settingsdialog/frmOptions.h"
@@ -32,10 +33,10 @@ class frmMainCommandsTest final : public QObject {
   }
   void Drag(const char* Name, double From, double To) {
     auto* slider = f_->Find<ctlSlider>(Name);
-    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, f_->TrackPoint(*slider, From));
-    QTest::mouseMove(slider, f_->TrackPoint(*slider, (From + To) / 2));
-    QTest::mouseMove(slider, f_->TrackPoint(*slider, To));
-    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, f_->TrackPoint(*slider, To));
+    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, testing::TrackPoint(*slider, From));
+    QTest::mouseMove(slider, testing::TrackPoint(*slider, (From + To) / 2));
+    QTest::mouseMove(slider, testing::TrackPoint(*slider, To));
+    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, testing::TrackPoint(*slider, To));
   }
   static double Rating(int16_t Option, int16_t Attribute) { return Program().Topic->GetRating(Option, Attribute); }
 
