@@ -6,7 +6,6 @@
 #include "gui_support/GuiTestRegistry.h"
 #include "mainwindow/TopicHistory.h"
 #include "startup/modStartup.h"
-#include "support/ScriptedDialogs.h"
 
 using namespace tarvelin;
 
@@ -128,7 +127,6 @@ class TopicHistoryTest final : public QObject {
   void randomScriptUndoesAndRedoesToTheExactTopics() {
     QFETCH(bool, modifiedAtStart);
     Program().Modified = modifiedAtStart;
-    testing::ScopedScriptedDialogs dialogs;
     Live().SetTotalOptions(4);
     Live().SetTotalAttributes(4);
     std::vector<bool> shownCountChanges;
