@@ -106,7 +106,6 @@ class InsightDisplayTest final : public QObject {
     ctlSlider* price = Slider("sliderWeighting_0");
     QTest::mousePress(price, Qt::LeftButton, {}, testing::TrackPoint(*price, 0.6));
     QTest::mouseMove(price, testing::TrackPoint(*price, 0.3));
-    QCOMPARE(Program().Topic->GetWeighting(0), 0.3);
     // Coupe now leads and stays best while Looks weighs at least as much as Price.
     QCOMPARE(looks->Band()->first, 0.3);
     QCOMPARE(looks->Band()->second, 1.0);
