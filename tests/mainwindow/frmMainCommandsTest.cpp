@@ -47,7 +47,7 @@ class frmMainCommandsTest final : public QObject {
   }
   void cleanup() { f_.reset(); }
 
-  void shortcutsActOnlyWithCtrlAloneAndAlsoWhileEditing() {
+  void shortcutsActOnlyWithCtrlAlone() {
     Key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     Key(Qt::Key_S, Qt::ControlModifier | Qt::AltModifier);
     Key(Qt::Key_S, Qt::NoModifier);
