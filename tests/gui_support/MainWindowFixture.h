@@ -3,7 +3,6 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QWidget>
-#include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,7 +11,6 @@
 #include "startup/RegistryTestFolder.h"
 #include "startup/modStartup.h"
 #include "support/ScriptedDialogs.h"
-#include "widgets/ctlSlider.h"
 
 namespace tarvelin::testing {
 
@@ -92,12 +90,6 @@ class MainWindowFixture {
   }
 
   std::string File(const std::string& Name) const { return Folder.Temp().File(Name); }
-
-  // A point on a slider's track at a value from 0 to 1.
-  static QPoint TrackPoint(const ctlSlider& Slider, double Value) {
-    const int inset = Slider.TrackInset();
-    return {static_cast<int>(std::lround(inset + Value * (Slider.width() - 2 * inset))), Slider.height() / 2};
-  }
 
   ScopedRegistryFolder Folder;
   ScopedScriptedDialogs Dialogs;

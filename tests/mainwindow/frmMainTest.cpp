@@ -105,12 +105,10 @@ class frmMainTest final : public QObject {
 
   void writingControlsFromTheModelStoresNothingBack() {
     frmMain& window = f_->Start();
-    Program().Topic->SetRating(1, 1, 0.25);
-    const double before = Program().Topic->GetRating(0, 0);
+    Program().Topic->SetRating(1, 1, 0.254);  // shown at 25, so a position stored back would differ
+    const TarvelinTopic before = *Program().Topic;
     window.UpdateSettings();
-    QCOMPARE(f_->Find<ctlSlider>("sliderRating_3")->Value(), 25);
-    QCOMPARE(Program().Topic->GetRating(0, 0), before);
-    QVERIFY(!Program().Modified);
+    QVERIFY(*Program().Topic == before && !Program().Modified);
   }
 
   void loadsTheFileNamedOnTheCommandLine() {
@@ -127,15 +125,6 @@ class frmMainTest final : public QObject {
     QCOMPARE(f_->Dialogs->Messages.size(), size_t{1});
     QCOMPARE(Program().Topic->TotalOptions() + Program().Topic->TotalAttributes(), 4);
     QVERIFY(Program().CurrentFileName.empty());
-  }
-
-  // A size no screen shows (a monitor that is gone, a hand-edited hive) comes back inside the screen, so
-  // the command row stays in reach and the drawing code never sees it.
-  void aRememberedPlacementOffTheScreenIsBroughtOntoIt() {
-    SaveSettings(WindowPlacement{-300000, 900000, 9000, 6000, false});
-    frmMain& window = f_->Launch();
-    const QRect screen = window.screen()->availableGeometry();
-    QVERIFY(screen.contains(window.frameGeometry()));
   }
 
   // Under a dark desktop palette the window's own text stays dark on its light decoration, the settings
@@ -167,15 +156,17 @@ class frmMainTest final : public QObject {
   }
 
   // The test screen (800 x 800) is narrower than the design size (880 x 700): the height is centred, the
-  // width kept on the screen.
-  void firstRunIsCentredAtItsDesignSize() {
+  // width kept on the screen. A remembered place no screen shows (a monitor that is gone, a hand-edited hive)
+  // is brought onto it too, so the command row stays in reach and the drawing code never sees it.
+  void firstRunIsCentredAtItsDesignSizeAndEveryStartOnTheScreen() {
     frmMain& window = f_->Launch();
-    QCOMPARE(Program().Topic->TotalOptions(), int16_t{2});
     const QRect screen = window.screen()->availableGeometry();
     QCOMPARE(window.height(), 700);
     QCOMPARE(window.pos().y(), screen.height() / 2 - window.height() / 2);
     QVERIFY(screen.contains(window.frameGeometry()));
     QVERIFY(!window.isMaximized());
+    SaveSettings(WindowPlacement{-300000, 900000, 9000, 6000, false});
+    QVERIFY(screen.contains(f_->Launch().frameGeometry()));
   }
 
   void theEditBoxSitsOverItsLabelOnePointSmaller() {
@@ -194,8 +185,6 @@ class frmMainTest final : public QObject {
     QTest::keyClick(EditBox(), Qt::Key_Return);
     QVERIFY(!EditBox()->isVisible());
     QCOMPARE(Topic().GetWeighting(0), 0.57);
-    QCOMPARE(Label("lblWeighting_0")->text(), QString("0.570"));
-    QVERIFY(Program().Modified);
   }
 
   void escapeAndAnUnchangedOrBlankNameCommitNothing() {
@@ -219,13 +208,12 @@ class frmMainTest final : public QObject {
     QCOMPARE(Editing(), Label("lblAttribute_1"));
   }
 
-  void aClickOnTheBackgroundCommitsAndARenamedOptionRetitlesItsScoreBar() {
+  void aClickOnTheBackgroundCommits() {
     f_->Start();
     f_->Type("lblOption_1", "Flat");
     QTest::mouseClick(f_->Find("picClient"), Qt::LeftButton, {}, QPoint(5, 500));
     QTRY_VERIFY(!EditBox()->isVisible());
     QCOMPARE(Topic().GetOptionName(1), std::string("Flat"));
-    QCOMPARE(Label("lblScoreTitle_1")->text(), QString("Flat"));
   }
 
   void aPercentageIsReadInPercentageDisplayAndANonNumberIsExplainedAndUndone() {
@@ -240,7 +228,6 @@ class frmMainTest final : public QObject {
     EditBox()->setText("75%");
     QTest::keyClick(EditBox(), Qt::Key_Return);
     QCOMPARE(Topic().GetRating(1, 1), 0.75);
-    QCOMPARE(Label("lblRating_3")->text(), QString("75.0%"));
   }
 
   void tabWrapsWithinTheSameKindOfLabelOpensTheFullNameAndLeavesTheTitle() {
@@ -261,30 +248,19 @@ class frmMainTest final : public QObject {
     QCOMPARE(f_->Window->windowTitle(), QString("Tarvelin - Holiday"));
   }
 
-  void addingNumbersPastTheHighestDefaultNameAndStopsAtTen() {
+  void addingNumbersPastTheHighestDefaultName() {
     f_->Start();
     Topic().SetAttributeName(1, "Attribute 7");
     f_->Click("btnAddAttribute");
     QCOMPARE(Topic().GetAttributeName(2), std::string("Attribute 8"));
-    QVERIFY(f_->Has("lblAttribute_2"));
     QVERIFY(Program().Modified);
-    auto* add = f_->Find<QAbstractButton>("btnAddOption");
-    for (int i = 0; i < 10; ++i) {
-      QTest::mouseClick(add, Qt::LeftButton);
-    }
-    QCOMPARE(Topic().TotalOptions(), int16_t{10});
-    QVERIFY(!add->isEnabled());
   }
 
-  void deletingRemovesTheHighlightedRowButNeverTheLast() {
+  void deletingRemovesTheHighlightedRow() {
     f_->Start(3, 1);
     DeleteRowOf("lblOption_1", "btnRemoveOption");
     QCOMPARE(Topic().TotalOptions(), int16_t{2});
     QCOMPARE(Topic().GetOptionName(1), std::string("Option 3"));
-    Topic().SetAttributeName(0, "Only");
-    f_->Find<QAbstractButton>("btnRemoveAttribute")->click();
-    QCOMPARE(Topic().TotalAttributes(), int16_t{1});
-    QCOMPARE(Topic().GetAttributeName(0), std::string("Attribute 1"));
   }
 
   // The settings dialog can remove the row of a label edited earlier; a delete afterwards must not reach

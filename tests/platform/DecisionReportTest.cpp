@@ -7,6 +7,7 @@
 #include <string>
 
 #include "gui_support/GuiTestRegistry.h"
+#include "insight/InsightTopics.h"
 #include "mainwindow/modDisplay.h"
 #include "model/TarvelinTopic.h"
 #include "platform/qt/DecisionReport.h"
@@ -110,15 +111,9 @@ class DecisionReportTest final : public QObject {
 
   // Ranked best first, each bar is as long as its option's score, made of the attributes' contributions.
   void barsAreSplitByAttributeInTheirColours() {
-    TarvelinTopic topic;
-    topic.SetTotalOptions(2);
-    topic.SetTotalAttributes(2);
-    topic.SetRating(0, 0, 0.0);
-    topic.SetRating(0, 1, 0.2);
-    topic.SetRating(1, 0, 1.0);
-    topic.SetRating(1, 1, 0.5);
     // Option 1 scores 0.5 + 0.25, option 0 scores 0 + 0.1.
-    const QList<QImage> bars = Pictures(Report(topic, ReportFormat::Html));
+    const QList<QImage> bars =
+        Pictures(Report(testing::MakeTopic({0.5, 0.5}, {{0.0, 0.2}, {1.0, 0.5}}), ReportFormat::Html));
     QCOMPARE(bars.size(), 2);
     const auto colourAt = [](const QImage& Bar, double Fraction) {
       return Bar.pixelColor(static_cast<int>(Fraction * Bar.width()), Bar.height() / 2);

@@ -7,22 +7,17 @@
 #include <memory>
 
 #include "gui_support/GuiTestRegistry.h"
-#include "gui_support/SegmentPixels.h"
+#include "gui_support/SliderPixels.h"
 #include "gui_support/TestRows.h"
 #include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
 using testing::AddRow;
+using testing::TrackPoint;
 
 namespace {
 
 using Input = std::function<void(ctlSlider&)>;
-
-// The point that lies the given fraction of the way along the slider's track.
-QPoint TrackPoint(const ctlSlider& Slider, double Fraction) {
-  const int inset = Slider.TrackInset();
-  return {static_cast<int>(std::lround(inset + Fraction * (Slider.width() - 2 * inset))), Slider.height() / 2};
-}
 
 Input Set(int Value) {
   return [=](ctlSlider& Slider) { Slider.SetValue(Value); };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPoint>
 #include <QString>
 #include <cmath>
 #include <vector>
@@ -9,6 +10,12 @@
 #include "widgets/ctlSlider.h"
 
 namespace tarvelin::testing {
+
+// The point that lies the given fraction of the way along the slider's track.
+inline QPoint TrackPoint(const ctlSlider& Slider, double Fraction) {
+  const int inset = Slider.TrackInset();
+  return {static_cast<int>(std::lround(inset + Fraction * (Slider.width() - 2 * inset))), Slider.height() / 2};
+}
 
 // What is wrong with a split bar as drawn, or nothing. Along the middle of the track each segment's colour
 // covers its share of the filled length: a pixel counts for the segment colour it is nearest to, unless it is
