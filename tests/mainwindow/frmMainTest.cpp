@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProxyStyle>
 #include <QScreen>
 #include <QTest>
 #include <memory>
@@ -15,9 +16,21 @@
 #include "mainwindow/RowControls.h"
 #include "settingsdialog/frmOptions.h"
 #include "startup/modSettings.h"
+#include "widgets/Palette.h"
 #include "widgets/ctlSlider.h"
 
 using namespace tarvelin;
+
+namespace {
+
+// A desktop theme's style, whose own palette is as dark as the desktop's.
+class DarkThemeStyle final : public QProxyStyle {
+ public:
+  DarkThemeStyle() : QProxyStyle("fusion") {}
+  QPalette standardPalette() const override { return QPalette(Qt::white, Qt::black); }
+};
+
+}  // namespace
 
 // The real main window, driven through its controls: start-up, rows and panels, in-place editing, adding and
 // deleting, and keyboard navigation.
@@ -127,19 +140,30 @@ class frmMainTest final : public QObject {
     QVERIFY(Program().CurrentFileName.empty());
   }
 
-  // Under a dark desktop palette the window's own text stays dark on its light decoration, the settings
-  // dialog's too; the command buttons name their shortcuts and every row says what it is.
+  // Under a dark desktop theme the window's own text stays dark on its light decoration, the settings
+  // dialog's too, in the style's light colours; the command buttons name their shortcuts and every row says
+  // what it is.
   void staysReadableUnderADarkThemeAndTellsWhatEachControlIs() {
+    for (int group = QPalette::Active; group <= QPalette::Inactive; ++group) {
+      for (int role = 0; role < QPalette::NColorRoles; ++role) {
+        const auto colour = [&](const QPalette& Palette) {
+          return Palette.color(QPalette::ColorGroup(group), QPalette::ColorRole(role)).rgba();
+        };
+        QCOMPARE(colour(LightPalette()), colour(QApplication::style()->standardPalette()));
+      }
+    }
     const QPalette desktop = QApplication::palette();
     QPalette dark = desktop;
     dark.setColor(QPalette::Window, Qt::black);
     dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setStyle(new DarkThemeStyle);
     QApplication::setPalette(dark);
     frmMain& window = f_->Start(2, 2);
     frmOptions dialog(
         false, [] { return false; }, &window);
     const bool readable = f_->Find<QLabel>("lblTitle")->palette().color(QPalette::WindowText).lightness() < 100 &&
                           dialog.palette().color(QPalette::WindowText).lightness() < 100;
+    QApplication::setStyle("fusion");
     QApplication::setPalette(desktop);
     QVERIFY(readable);
     for (const char* command : {"btnNew", "btnLoad", "btnSave"}) {
